@@ -1,0 +1,16 @@
+# Compiler flags that every target of the project shares.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+set(BRIMWICK_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize=")
+
+add_library(brimwick_options INTERFACE)
+target_compile_options(brimwick_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+target_include_directories(brimwick_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(BRIMWICK_SANITIZE)
+  add_compile_options(-fsanitize=${BRIMWICK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${BRIMWICK_SANITIZE})
+endif()

@@ -1,0 +1,8 @@
+#include "app/QtMainLoop.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    return QApplication::exec();
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace brimwick {
+
+struct PropertyListValue;
+using PropertyListArray = std::vector<PropertyListValue>;
+
+/// String keys to values, in the order in which they were added.
+class PropertyListDictionary {
+  public:
+    /// Nothing when the key is absent. Valid until the dictionary changes.
+    const PropertyListValue* find(std::string_view key) const;
+    bool contains(std::string_view key) const { return find(key) != nullptr; }
+    /// Replaces the value in its place, or appends it.
+    void set(std::string key, PropertyListValue value);
+    void remove(std::string_view key);
+    const std::vector<std::pair<std::string, PropertyListValue>>& entries() const { return entries_; }
+    bool operator==(const PropertyListDictionary&) const;
+
+  private:
+    std::vector<std::pair<std::string, PropertyListValue>> entries_;
+};
+
+/// Bytes that are no text.
+struct PropertyListData {
+    std::string bytes;
+    bool operator==(const PropertyListData&) const = default;
+};
+
+/// A moment, in seconds since 2001-01-01 00:00 UTC.
+struct PropertyListDate {
+    double seconds = 0;
+    bool operator==(const PropertyListDate&) const = default;
+};
+
+/// One value of a property list.
+struct PropertyListValue {
+    std::variant<std::string, bool, std::int64_t, double, PropertyListData, PropertyListDate, PropertyListArray,
+                 PropertyListDictionary>
+        value;
+    bool operator==(const PropertyListValue&) const = default;
+};
+
+} // namespace brimwick
