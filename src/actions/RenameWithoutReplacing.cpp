@@ -1,0 +1,57 @@
+#include "actions/RenameWithoutReplacing.h"
+
+#include "actions/FileDescriptor.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/stat.h>
+
+namespace brimwick {
+
+namespace {
+
+bool sameItem(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+std::error_code renameFolderOntoEmptyOne(int fromFolder, const char* from, int toFolder, const char* to) {
+    if (mkdirat(toFolder, to, 0700) != 0) return lastSystemError();
+    if (renameat(fromFolder, from, toFolder, to) == 0) return {};
+    const std::error_code reason = lastSystemError();
+    unlinkat(toFolder, to, AT_REMOVEDIR);
+    return reason;
+}
+
+std::error_code linkThenUnlink(int fromFolder, const char* from, int toFolder, const char* to) {
+    if (linkat(fromFolder, from, toFolder, to, 0) != 0) return lastSystemError();
+    if (unlinkat(fromFolder, from, 0) == 0) return {};
+    const std::error_code reason = lastSystemError();
+    unlinkat(toFolder, to, 0);
+    return reason;
+}
+
+} // namespace
+
+std::error_code renameWithoutReplacing(int fromFolder, const std::string& fromName, int toFolder,
+                                       const std::string& toName) {
+    const char* from = fromName.c_str();
+    const char* to = toName.c_str();
+    struct stat before {};
+    if (fstatat(fromFolder, from, &before, AT_SYMLINK_NOFOLLOW) != 0) return lastSystemError();
+
+    if (renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE) == 0) return {};
+    const std::error_code reason = lastSystemError();
+    if (reason == std::errc::file_exists || reason == std::errc::cross_device_link) return reason;
+    if (reason == std::errc::invalid_argument || reason == std::errc::function_not_supported)
+        return S_ISDIR(before.st_mode) ? renameFolderOntoEmptyOne(fromFolder, from, toFolder, to)
+                                       : linkThenUnlink(fromFolder, from, toFolder, to);
+
+    // Network storage may have done it although the answer got lost.
+    struct stat now {};
+    if (fstatat(toFolder, to, &now, AT_SYMLINK_NOFOLLOW) == 0 && sameItem(before, now) &&
+        fstatat(fromFolder, from, &now, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT)
+        return {};
+    return reason;
+}
+
+} // namespace brimwick
