@@ -2,8 +2,9 @@
 
 #include "actions/CopyFileData.h"
 #include "actions/CopyMetadata.h"
-#include "actions/FileDescriptor.h"
 #include "actions/OpenFolder.h"
+#include "actions/SystemError.h"
+#include "model/FileDescriptor.h"
 
 #include <fcntl.h>
 
@@ -36,12 +37,12 @@ std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to
     // Not blocking, should the name have become a pipe since somebody looked.
     const FileDescriptor in(
         openat(from.folder, from.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (!in.isOpen() || fstat(in.get(), &read) != 0) return lastSystemError();
+    if (!in || fstat(in.get(), &read) != 0) return lastSystemError();
     if (!S_ISREG(read.st_mode)) return std::make_error_code(std::errc::device_or_resource_busy);
 
     FileDescriptor out(
         openat(to.folder, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
-    if (!out.isOpen()) return lastSystemError();
+    if (!out) return lastSystemError();
     if (auto error = copyFileData(in.get(), out.get(), read.st_size)) return error;
     if (auto error = copyMetadata(in.get(), out.get(), read)) return error;
 
@@ -50,7 +51,7 @@ std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to
     if (!untouched(read, after)) return std::make_error_code(std::errc::device_or_resource_busy);
 
     if (auto error = flushFile(out.get(), flush)) return error;
-    return out.close();
+    return out.close() ? std::error_code() : lastSystemError();
 }
 
 std::error_code copySymbolicLink(const NameInFolder& from, const NameInFolder& to,

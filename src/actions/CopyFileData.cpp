@@ -1,6 +1,7 @@
 #include "actions/CopyFileData.h"
 
-#include "actions/FileDescriptor.h"
+#include "actions/SystemError.h"
+#include "model/FileDescriptor.h"
 
 #include <linux/fs.h>
 #include <sys/ioctl.h>

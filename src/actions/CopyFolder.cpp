@@ -3,6 +3,7 @@
 #include "actions/CopyMetadata.h"
 #include "actions/FolderCursor.h"
 #include "actions/OpenFolder.h"
+#include "actions/SystemError.h"
 
 #include <fcntl.h>
 #include <linux/magic.h>
@@ -13,8 +14,6 @@
 namespace brimwick {
 
 namespace {
-
-constexpr int asFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 /// A file system in user space is not told of a flush of the whole.
 Flush flushFor(int folder) {
@@ -96,8 +95,8 @@ class FolderCopier : public TreeVisitor {
         for (std::size_t slash = 0; (slash = relativePath.find('/', begin)) != std::string::npos;
              begin = slash + 1) {
             const std::string name = relativePath.substr(begin, slash - begin);
-            FileDescriptor next(openat(folder, name.c_str(), asFolder));
-            if (!next.isOpen()) return lastSystemError();
+            FileDescriptor next = openFolderIn(folder, name);
+            if (!next) return lastSystemError();
             holder = std::move(next);
             folder = holder.get();
         }
@@ -118,11 +117,11 @@ class FolderCopier : public TreeVisitor {
 
 tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to) {
     const auto failed = [] { return tl::unexpected(TreeWalkError{lastSystemError(), ""}); };
-    FileDescriptor source(openat(from.folder, from.name.c_str(), asFolder));
-    if (!source.isOpen()) return failed();
+    FileDescriptor source = openFolderIn(from.folder, from.name);
+    if (!source) return failed();
     if (mkdirat(to.folder, to.name.c_str(), 0700) != 0) return failed();
-    FileDescriptor staged(openat(to.folder, to.name.c_str(), asFolder));
-    if (!staged.isOpen()) return failed();
+    FileDescriptor staged = openFolderIn(to.folder, to.name);
+    if (!staged) return failed();
 
     FolderCopier copier(std::move(staged));
     if (auto walked = walkTree(std::move(source), copier); !walked) return tl::unexpected(walked.error());

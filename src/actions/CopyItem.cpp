@@ -1,6 +1,7 @@
 #include "actions/CopyItem.h"
 
 #include "actions/StagedCopy.h"
+#include "actions/SystemError.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,7 +1,8 @@
 #include "actions/CopyMetadata.h"
 
 #include "actions/ExtendedAttributes.h"
-#include "actions/FileDescriptor.h"
+#include "actions/SystemError.h"
+#include "model/FileDescriptor.h"
 
 #include <fcntl.h>
 

@@ -1,5 +1,7 @@
 #include "actions/Destination.h"
 
+#include "model/PathText.h"
+
 namespace brimwick {
 
 tl::expected<std::string, std::error_code>

@@ -1,6 +1,7 @@
 #include "actions/ExtendedAttributes.h"
 
-#include "actions/FileDescriptor.h"
+#include "actions/SystemError.h"
+#include "model/FileDescriptor.h"
 
 #include <sys/xattr.h>
 #include <tl/expected.hpp>

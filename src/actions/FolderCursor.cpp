@@ -1,5 +1,8 @@
 #include "actions/FolderCursor.h"
 
+#include "actions/OpenFolder.h"
+#include "actions/SystemError.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -8,8 +11,6 @@ namespace brimwick {
 namespace {
 
 constexpr std::size_t levelsHeldOpen = 32;
-constexpr int asFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-
 } // namespace
 
 FolderCursor::FolderCursor(FileDescriptor root) {
@@ -31,8 +32,8 @@ std::string FolderCursor::relativePathOf(const std::string& name) const {
 }
 
 std::error_code FolderCursor::enter(const std::string& name) {
-    FileDescriptor descriptor(openat(folder(), name.c_str(), asFolder));
-    if (!descriptor.isOpen()) return lastSystemError();
+    FileDescriptor descriptor = openFolderIn(folder(), name);
+    if (!descriptor) return lastSystemError();
     struct stat status {};
     if (fstat(descriptor.get(), &status) != 0) return lastSystemError();
     levels_.push_back({name, std::move(descriptor), status.st_dev, status.st_ino});
@@ -43,9 +44,9 @@ std::error_code FolderCursor::enter(const std::string& name) {
 
 std::error_code FolderCursor::leave() {
     Level& parent = levels_[depth() - 1];
-    if (!parent.descriptor.isOpen()) {
-        FileDescriptor descriptor(openat(folder(), "..", asFolder));
-        if (!descriptor.isOpen()) return lastSystemError();
+    if (!parent.descriptor) {
+        FileDescriptor descriptor = openFolderIn(folder(), "..");
+        if (!descriptor) return lastSystemError();
         struct stat status {};
         if (fstat(descriptor.get(), &status) != 0) return lastSystemError();
         if (status.st_dev != parent.device || status.st_ino != parent.inode)

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "actions/FileDescriptor.h"
+#include "model/FileDescriptor.h"
 
 #include <sys/types.h>
 
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace brimwick {

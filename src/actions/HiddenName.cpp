@@ -8,12 +8,6 @@
 
 namespace brimwick {
 
-namespace {
-
-constexpr std::string_view prefix = ".brimwick-";
-
-} // namespace
-
 std::string randomText() {
     std::random_device random;
     std::array<char, 17> digits{};
@@ -22,11 +16,7 @@ std::string randomText() {
 }
 
 std::string hiddenName(std::string_view ending) {
-    return std::string(prefix) + std::to_string(getpid()) + "-" + randomText() + "." + std::string(ending);
-}
-
-bool isHiddenName(std::string_view name) {
-    return name.starts_with(prefix) && (name.ends_with(".part") || name.ends_with(".moved"));
+    return ".brimwick-" + std::to_string(getpid()) + "-" + randomText() + "." + std::string(ending);
 }
 
 } // namespace brimwick

@@ -12,7 +12,4 @@ std::string randomText();
 /// longer, the user's.
 std::string hiddenName(std::string_view ending);
 
-/// Whether a file name is one of those.
-bool isHiddenName(std::string_view name);
-
 } // namespace brimwick

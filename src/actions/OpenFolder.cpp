@@ -1,5 +1,8 @@
 #include "actions/OpenFolder.h"
 
+#include "actions/SystemError.h"
+#include "model/PathText.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,11 +14,11 @@ namespace brimwick {
 
 tl::expected<OpenFolder, FileError> OpenFolder::open(const std::string& path) {
     FileDescriptor listable(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (listable.isOpen()) return OpenFolder(std::move(listable), path, true);
+    if (listable) return OpenFolder(std::move(listable), path, true);
     const std::error_code reason = lastSystemError();
     if (reason == std::errc::permission_denied) {
         FileDescriptor passable(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-        if (passable.isOpen()) return OpenFolder(std::move(passable), path, false);
+        if (passable) return OpenFolder(std::move(passable), path, false);
     }
     return tl::unexpected(fileError("Could not open the folder", path, reason));
 }
@@ -34,7 +37,7 @@ tl::expected<bool, std::error_code> OpenFolder::isAtOrBelow(dev_t device, ino_t 
     if (fstat(here, &status) != 0) return tl::unexpected(lastSystemError());
     while (status.st_dev != device || status.st_ino != inode) {
         FileDescriptor above(openat(here, "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
-        if (!above.isOpen()) return tl::unexpected(lastSystemError());
+        if (!above) return tl::unexpected(lastSystemError());
         struct stat aboveStatus {};
         if (fstat(above.get(), &aboveStatus) != 0) return tl::unexpected(lastSystemError());
         if (aboveStatus.st_dev == status.st_dev && aboveStatus.st_ino == status.st_ino) return false;
@@ -46,25 +49,19 @@ tl::expected<bool, std::error_code> OpenFolder::isAtOrBelow(dev_t device, ino_t 
 }
 
 tl::expected<ItemPlace, FileError> ItemPlace::open(const std::string& path) {
-    auto folder = OpenFolder::open(folderOfPath(path));
+    auto folder = OpenFolder::open(parentPath(path));
     if (!folder) return tl::unexpected(folder.error());
     return ItemPlace{std::move(*folder), lastPathComponent(path)};
 }
 
-std::string folderOfPath(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-std::string lastPathComponent(const std::string& path) {
-    return path.substr(path.rfind('/') + 1);
+FileDescriptor openFolderIn(int parent, const std::string& name) {
+    return FileDescriptor(openat(parent, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 tl::expected<std::vector<std::string>, std::error_code> namesInFolder(int folder) {
     // A descriptor of its own: the reading position of a duplicate would be shared.
-    FileDescriptor listing(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!listing.isOpen()) return tl::unexpected(lastSystemError());
+    FileDescriptor listing = openFolderIn(folder, ".");
+    if (!listing) return tl::unexpected(lastSystemError());
     const std::unique_ptr<DIR, int (*)(DIR*)> stream(fdopendir(listing.get()), closedir);
     if (!stream) return tl::unexpected(lastSystemError());
     listing.release();

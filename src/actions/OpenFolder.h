@@ -1,7 +1,8 @@
 #pragma once
 
-#include "actions/FileDescriptor.h"
 #include "actions/FileError.h"
+#include "model/FileDescriptor.h"
+#include "model/PathText.h"
 
 #include <tl/expected.hpp>
 
@@ -18,9 +19,7 @@ class OpenFolder {
 
     int descriptor() const { return descriptor_.get(); }
     const std::string& path() const { return path_; }
-    std::string pathOf(const std::string& name) const {
-        return path_ == "/" ? path_ + name : path_ + "/" + name;
-    }
+    std::string pathOf(const std::string& name) const { return joinPath(path_, name); }
     /// Makes the names in the folder durable. Succeeds where the file system has no such notion.
     [[nodiscard]] std::error_code sync() const;
     /// Whether this is the folder of that device and inode, or lies anywhere below it.
@@ -44,9 +43,9 @@ struct ItemPlace {
     std::string path() const { return folder.pathOf(name); }
 };
 
-/// The folder part of a path ("/" for "/a", "." for "a") and its last component.
-std::string folderOfPath(const std::string& path);
-std::string lastPathComponent(const std::string& path);
+/// Opens a folder in another one; a symbolic link to a folder is none. No descriptor when it fails, and errno
+/// says why.
+FileDescriptor openFolderIn(int parent, const std::string& name);
 
 /// The names in a folder, sorted, without "." and "..".
 tl::expected<std::vector<std::string>, std::error_code> namesInFolder(int folder);

@@ -1,6 +1,7 @@
 #include "actions/RemoveTree.h"
 
 #include "actions/FolderCursor.h"
+#include "actions/SystemError.h"
 #include "actions/TreeWalk.h"
 
 #include <fcntl.h>
@@ -8,8 +9,6 @@
 namespace brimwick {
 
 namespace {
-
-constexpr int asFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 std::error_code unlinkName(int folder, const std::string& name, int flags) {
     return unlinkat(folder, name.c_str(), flags) == 0 ? std::error_code() : lastSystemError();
@@ -64,8 +63,8 @@ std::error_code removeEntriesOf(FolderCursor& cursor, const CopyLog& log) {
 std::error_code removeTree(int folder, const std::string& name) {
     if (unlinkat(folder, name.c_str(), 0) == 0 || errno == ENOENT) return {};
     if (errno != EISDIR && errno != EPERM) return lastSystemError();
-    FileDescriptor root(openat(folder, name.c_str(), asFolder));
-    if (!root.isOpen()) return lastSystemError();
+    FileDescriptor root = openFolderIn(folder, name);
+    if (!root) return lastSystemError();
     Remover remover;
     if (auto walked = walkTree(std::move(root), remover); !walked) return walked.error().code;
     return unlinkName(folder, name, AT_REMOVEDIR);
@@ -73,8 +72,8 @@ std::error_code removeTree(int folder, const std::string& name) {
 
 std::error_code removeLogged(int folder, const std::string& name, const CopyLog& log) {
     if (!log.front().stamp.isFolder()) return unlinkName(folder, name, 0);
-    FileDescriptor root(openat(folder, name.c_str(), asFolder));
-    if (!root.isOpen()) return lastSystemError();
+    FileDescriptor root = openFolderIn(folder, name);
+    if (!root) return lastSystemError();
     FolderCursor cursor(std::move(root));
     if (auto error = removeEntriesOf(cursor, log)) return error;
     return unlinkName(folder, name, AT_REMOVEDIR);

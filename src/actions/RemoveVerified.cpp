@@ -3,6 +3,7 @@
 #include "actions/HiddenName.h"
 #include "actions/RemoveTree.h"
 #include "actions/RenameWithoutReplacing.h"
+#include "actions/SystemError.h"
 #include "actions/TreeWalk.h"
 
 #include <fcntl.h>
@@ -20,7 +21,7 @@ std::error_code changed() {
 /// A lease on reading is refused exactly while somebody has the file open for writing.
 std::error_code checkNobodyWrites(int folder, const std::string& name) {
     const FileDescriptor file(openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (!file.isOpen()) return lastSystemError();
+    if (!file) return lastSystemError();
     // The usual signal of a broken lease would end the program; this one is ignored.
     if (fcntl(file.get(), F_SETSIG, SIGURG) == 0 && fcntl(file.get(), F_SETLEASE, F_RDLCK) != 0 &&
         errno == EAGAIN)
@@ -65,8 +66,8 @@ std::error_code verify(int folder, const std::string& name, const CopyLog& log) 
     if (log.front().stamp != EntryStamp(status)) return changed();
     if (S_ISREG(status.st_mode)) return checkNobodyWrites(folder, name);
     if (!S_ISDIR(status.st_mode)) return {};
-    FileDescriptor root(openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    if (!root.isOpen()) return lastSystemError();
+    FileDescriptor root = openFolderIn(folder, name);
+    if (!root) return lastSystemError();
     Verifier verifier(log);
     if (auto walked = walkTree(std::move(root), verifier); !walked) return walked.error().code;
     return verifier.expectEnd();

@@ -1,6 +1,7 @@
 #include "actions/RenameWithoutReplacing.h"
 
-#include "actions/FileDescriptor.h"
+#include "actions/SystemError.h"
+#include "model/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <stdio.h>

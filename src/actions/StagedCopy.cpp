@@ -5,6 +5,7 @@
 #include "actions/HiddenName.h"
 #include "actions/RemoveTree.h"
 #include "actions/RenameWithoutReplacing.h"
+#include "actions/SystemError.h"
 
 #include <fcntl.h>
 

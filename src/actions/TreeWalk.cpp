@@ -2,6 +2,7 @@
 
 #include "actions/FolderCursor.h"
 #include "actions/OpenFolder.h"
+#include "actions/SystemError.h"
 
 #include <fcntl.h>
 

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "actions/FileDescriptor.h"
+#include "model/FileDescriptor.h"
 
 #include <sys/stat.h>
 #include <tl/expected.hpp>
 
 #include <string>
+#include <system_error>
 
 namespace brimwick {
 

@@ -1,6 +1,7 @@
 #include "actions/UniqueFileName.h"
 
 #include "actions/OpenFolder.h"
+#include "model/PathText.h"
 
 #include <sys/stat.h>
 
@@ -24,11 +25,11 @@ std::size_t extensionDot(const std::string& name) {
 
 std::string uniquePath(const std::string& takenPath) {
     const std::string name = lastPathComponent(takenPath);
-    const std::string folder = takenPath.substr(0, takenPath.size() - name.size());
+    const std::string folder = parentPath(takenPath);
     const std::size_t dot = extensionDot(name);
     for (;;) {
         const std::string number = "(" + std::to_string(++uniqueNameCounter) + ")";
-        const std::string candidate = folder + name.substr(0, dot) + number + name.substr(dot);
+        const std::string candidate = joinPath(folder, name.substr(0, dot) + number + name.substr(dot));
         if (!somethingLiesAt(candidate)) return candidate;
     }
 }
