@@ -4,6 +4,7 @@
 #include "actions/UniqueFileName.h"
 #include "model/PathText.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace brimwick {
@@ -11,7 +12,7 @@ namespace brimwick {
 namespace {
 
 bool isReadable(const std::string& path) {
-    return access(path.c_str(), R_OK) == 0;
+    return faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
 }
 
 /// A file that was not there when its entry was made has no name in it.

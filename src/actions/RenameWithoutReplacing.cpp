@@ -23,11 +23,24 @@ std::error_code renameFolderOntoEmptyOne(int fromFolder, const char* from, int t
     return reason;
 }
 
-std::error_code linkThenUnlink(int fromFolder, const char* from, int toFolder, const char* to) {
+bool liesAt(const struct stat& item, int folder, const char* name) {
+    struct stat now {};
+    return fstatat(folder, name, &now, AT_SYMLINK_NOFOLLOW) == 0 && sameItem(item, now);
+}
+
+bool isGone(int folder, const char* name) {
+    struct stat now {};
+    return fstatat(folder, name, &now, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT;
+}
+
+std::error_code linkThenUnlink(const struct stat& item, int fromFolder, const char* from, int toFolder,
+                               const char* to) {
     if (linkat(fromFolder, from, toFolder, to, 0) != 0) return lastSystemError();
     if (unlinkat(fromFolder, from, 0) == 0) return {};
     const std::error_code reason = lastSystemError();
-    unlinkat(toFolder, to, 0);
+    if (isGone(fromFolder, from)) return {};
+    // The second name goes only while the first one is certainly there.
+    if (liesAt(item, fromFolder, from) && liesAt(item, toFolder, to)) unlinkat(toFolder, to, 0);
     return reason;
 }
 
@@ -45,13 +58,10 @@ std::error_code renameWithoutReplacing(int fromFolder, const std::string& fromNa
     if (reason == std::errc::file_exists || reason == std::errc::cross_device_link) return reason;
     if (reason == std::errc::invalid_argument || reason == std::errc::function_not_supported)
         return S_ISDIR(before.st_mode) ? renameFolderOntoEmptyOne(fromFolder, from, toFolder, to)
-                                       : linkThenUnlink(fromFolder, from, toFolder, to);
+                                       : linkThenUnlink(before, fromFolder, from, toFolder, to);
 
     // Network storage may have done it although the answer got lost.
-    struct stat now {};
-    if (fstatat(toFolder, to, &now, AT_SYMLINK_NOFOLLOW) == 0 && sameItem(before, now) &&
-        fstatat(fromFolder, from, &now, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT)
-        return {};
+    if (liesAt(before, toFolder, to) && isGone(fromFolder, from)) return {};
     return reason;
 }
 
