@@ -21,8 +21,10 @@ class FileDescriptor {
 
     int get() const { return descriptor_; }
     explicit operator bool() const { return descriptor_ >= 0; }
+    /// Hands the descriptor to another owner.
+    int release() { return std::exchange(descriptor_, -1); }
     /// Closes now; false when the system reports that something written was lost.
-    bool close() { return ::close(std::exchange(descriptor_, -1)) == 0; }
+    bool close() { return ::close(release()) == 0; }
 
   private:
     int descriptor_;
