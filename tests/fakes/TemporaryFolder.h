@@ -13,9 +13,8 @@ namespace brimwick {
 /// A folder that disappears with its test.
 class TemporaryFolder {
   public:
-    TemporaryFolder() : TemporaryFolder(std::filesystem::temp_directory_path().string()) {}
-    explicit TemporaryFolder(const std::string& parent) {
-        std::string pattern = parent + "/brimwick-test-XXXXXX";
+    TemporaryFolder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "brimwick-test-XXXXXX").string();
         if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
         path_ = pattern;
     }
