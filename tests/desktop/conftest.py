@@ -6,6 +6,7 @@ from pathlib import Path
 
 import pytest
 
+from filing import Filing
 from harness import Desktop
 
 
@@ -28,6 +29,14 @@ def desktop(request):
         stray = desktop.brimwick.stray_lines(expected.args if expected else ())
         if stray:
             pytest.fail("brimwick wrote to stderr:\n" + "\n".join(stray), pytrace=False)
+
+
+@pytest.fixture
+def filing(desktop):
+    """Brimwick runs and knows the folders of `Filing`."""
+    filing = Filing(desktop)
+    desktop.brimwick.start()
+    return filing
 
 
 def _keep_evidence(desktop, name):

@@ -2,10 +2,12 @@
 
 import os
 import subprocess
+import time
 
 import pytest
 
 from harness import Desktop, wait_until
+from harness.appearance import AppearanceWatch
 from harness.waiting import WaitedTooLong
 
 NAMES = {"plain.txt": b"1", "two\nlines.txt": b"2", "漢字.txt": b"3"}
@@ -72,6 +74,22 @@ def test_notifications_are_written_down(desktop):
     assert notification.is_well_formed()
     assert not _from_body(desktop, "09:05:07 PM\nx").is_well_formed()
     assert not _from_body(desktop, "21:05:07\nx").is_well_formed()
+
+
+def test_a_window_that_appears_is_seen_painted_and_focused(desktop):
+    desktop.file_manager.open(desktop.home)
+    window = desktop.terminal.open()
+    watch = AppearanceWatch(desktop.display.get_display_name(), window)
+    window.set_mapped(False)
+    wait_until(lambda: not window.is_viewable() and desktop.windows.active() != window, "the window is hidden")
+    watch.forget()
+    with pytest.raises(WaitedTooLong):
+        watch.wait(timeout=0.3)
+    started = time.monotonic()
+    window.set_mapped(True)
+    times = watch.wait()
+    assert all(started < moment < time.monotonic() for moment in times)
+    assert desktop.windows.active() == window
 
 
 def test_nothing_is_left_when_a_desktop_is_closed():

@@ -7,6 +7,7 @@ from pathlib import Path
 from .waiting import wait_until
 
 WINDOW_CLASS = "org.brimwick.Brimwick"
+READY = "Index initialization complete."
 REPOSITORY = Path(__file__).resolve().parents[3]
 
 
@@ -27,7 +28,7 @@ class Brimwick:
         settings = {"ASAN_OPTIONS": "verify_asan_link_order=0", **(environment or {})}
         self._process = self._desktop.children.start("brimwick", [self._reachable_binary()], settings)
         if wait:
-            self._desktop.notifications.wait_for("Index initialization complete.")
+            wait_until(self._is_ready, lambda: f"the index is ready; stderr: {self._process.stderr()}", 20)
         return self._process
 
     def run(self, *arguments):
@@ -58,6 +59,13 @@ class Brimwick:
 
     def wait_until_hidden(self):
         wait_until(lambda: self.picker() is None, "the picker is hidden")
+
+    def _is_ready(self) -> bool:
+        if not self._process.is_running():
+            raise RuntimeError(f"brimwick ended at once: {self._process.stderr()}")
+        service = self._desktop.notifications
+        # Without a service the texts go to stderr.
+        return READY in service.texts() if service else READY in self._process.stderr()
 
     def _reachable_binary(self) -> Path:
         binary = installed_binary()

@@ -33,7 +33,9 @@ RememberWindowSize=false
 class FileManager:
     """One running file manager with one or more windows; the folder shown is the window's title."""
 
-    def __init__(self, children: Children, account: Account, windows: Windows, keyboard: Keyboard, clipboard: Clipboard):
+    def __init__(
+        self, children: Children, account: Account, windows: Windows, keyboard: Keyboard, clipboard: Clipboard
+    ):
         self._children = children
         self._windows = windows
         self._keyboard = keyboard

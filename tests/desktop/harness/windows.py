@@ -64,6 +64,14 @@ class Window:
         except Xlib.error.XError:
             return False
 
+    def set_mapped(self, mapped: bool):
+        """Shows or withdraws the window, as its own program does."""
+        if mapped:
+            self._window.map()
+        else:
+            self._window.unmap()
+        self._windows.display.sync()
+
     @property
     def client(self) -> Rectangle:
         """Where its contents lie."""
@@ -119,6 +127,15 @@ class Windows:
             return next((w for w in reversed(self.matching(wm_class, title)) if w.is_viewable()), None)
 
         return wait_until(found, lambda: f"window {wm_class} {title}; there are {self.all()}", timeout)
+
+    def popups(self, wm_class) -> list:
+        """The menus of one class that are open, the lowest first; no window manager knows them."""
+        found = [Window(self, child.id) for child in self.root.query_tree().children]
+        return [window for window in found if wm_class in window.wm_class and window.is_viewable()]
+
+    def pixels(self, area: Rectangle) -> bytes:
+        """What the screen shows there."""
+        return bytes(self.root.get_image(area.x, area.y, area.width, area.height, X.ZPixmap, 0xFFFFFFFF).data)
 
     def wait_until_active(self, window: Window, timeout=10.0):
         wait_until(
