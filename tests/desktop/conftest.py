@@ -1,4 +1,4 @@
-"""A fresh desktop for every test, and a look at what brimwick had to complain about."""
+"""A fresh desktop for every test; at its end brimwick must end well and have had nothing to complain about."""
 
 import os
 import shutil
@@ -19,12 +19,18 @@ def pytest_runtest_makereport(item, call):
 
 @pytest.fixture
 def desktop(request):
-    """A desktop of the test's own. Lines on brimwick's stderr that the test did not announce fail it."""
+    """A desktop of the test's own.
+
+    The test fails if brimwick crashed, does not end with 0, or wrote a line to stderr that was not announced.
+    """
     marker = request.node.get_closest_marker("desktop")
     with Desktop(**(marker.kwargs if marker else {})) as desktop:
         yield desktop
         if getattr(request.node, "failed", True):
             _keep_evidence(desktop, request.node.name)
+        code = desktop.brimwick.end()
+        if code not in (None, 0):
+            pytest.fail(f"brimwick ended with {code}:\n{desktop.brimwick.process.stderr()}", pytrace=False)
         expected = request.node.get_closest_marker("expected_stderr")
         stray = desktop.brimwick.stray_lines(expected.args if expected else ())
         if stray:

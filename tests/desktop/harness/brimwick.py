@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import signal
 from pathlib import Path
 
 from .waiting import wait_until
@@ -38,6 +39,14 @@ class Brimwick:
     @property
     def process(self):
         return self._process
+
+    def end(self):
+        """Asks it to end, if it still runs; returns the exit code, or None if it was never started."""
+        if self._process is None:
+            return None
+        if self._process.is_running():
+            self._process.send(signal.SIGTERM)
+        return self._process.wait(10)
 
     def stray_lines(self, expected=()) -> list:
         """What it wrote to stderr besides lines that contain one of the expected texts."""

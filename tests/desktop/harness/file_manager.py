@@ -60,9 +60,19 @@ class FileManager:
         self._windows.wait_until_active(window)
         return window
 
+    def show_desktop_icons(self) -> Window:
+        """Makes the desktop show the files of the user's Desktop folder; returns its window."""
+        self._children.start(PROGRAM, [PROGRAM, "--desktop"])
+
+        def shown():
+            return next((window for window in self._windows.matching(PROGRAM) if window.is_desktop()), None)
+
+        return wait_until(shown, lambda: f"desktop icons; there are {self._windows.all()}", 20)
+
     def windows(self) -> list:
-        """Its windows that can be seen."""
-        return [window for window in self._windows.matching(PROGRAM) if window.is_viewable()]
+        """Its windows that can be seen, without the desktop."""
+        found = self._windows.matching(PROGRAM)
+        return [window for window in found if window.is_viewable() and not window.is_desktop()]
 
     def select_all(self, expected, timeout=10.0):
         """Selects everything in the active window, once all the expected paths are listed there."""

@@ -64,6 +64,10 @@ class Window:
         except Xlib.error.XError:
             return False
 
+    def is_desktop(self) -> bool:
+        kinds = self.read_property("_NET_WM_WINDOW_TYPE") or ()
+        return self._windows.atom("_NET_WM_WINDOW_TYPE_DESKTOP") in kinds
+
     def set_mapped(self, mapped: bool):
         """Shows or withdraws the window, as its own program does."""
         if mapped:
