@@ -3,6 +3,7 @@
 #include "platform/linux/x11/XcbConnection.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace brimwick {
@@ -29,6 +30,20 @@ class TestWindow {
         xcb_set_input_focus(connection_->get(), XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
         connection_->synchronise();
     }
+    /// Asks the window manager for the focus; one that is just starting may overhear it.
+    void requestFront() {
+        xcb_client_message_event_t request{};
+        request.response_type = XCB_CLIENT_MESSAGE;
+        request.format = 32;
+        request.window = window_;
+        request.type = connection_->atom("_NET_ACTIVE_WINDOW");
+        request.data.data32[0] = 2;
+        xcb_map_window(connection_->get(), window_);
+        xcb_send_event(connection_->get(), 0, connection_->root(),
+                       XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                       reinterpret_cast<const char*>(&request));
+        connection_->synchronise();
+    }
     bool isActive() {
         const auto active =
             connection_->propertyItems(connection_->root(), connection_->atom("_NET_ACTIVE_WINDOW"));
@@ -47,9 +62,9 @@ class TestWindow {
     xcb_timestamp_t serverTime() {
         xcb_change_property(connection_->get(), XCB_PROP_MODE_REPLACE, window_,
                             connection_->atom("BRIMWICK_TEST"), XCB_ATOM_CARDINAL, 32, 0, nullptr);
-        const xcb_timestamp_t before = lastPropertyTime_;
-        for (connection_->synchronise(); lastPropertyTime_ == before; connection_->synchronise()) collect();
-        return lastPropertyTime_;
+        clock_.reset();
+        while (!clock_) collect();
+        return *clock_;
     }
     void setUserTime(xcb_timestamp_t time) {
         xcb_change_property(connection_->get(), XCB_PROP_MODE_REPLACE, window_,
@@ -63,14 +78,16 @@ class TestWindow {
         while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
             if (event->response_type == XCB_KEY_PRESS)
                 keys_.push_back(reinterpret_cast<const xcb_key_press_event_t&>(*event).detail);
-            if (event->response_type == XCB_PROPERTY_NOTIFY)
-                lastPropertyTime_ = reinterpret_cast<const xcb_property_notify_event_t&>(*event).time;
+            if (event->response_type == XCB_PROPERTY_NOTIFY) {
+                const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
+                if (change.atom == connection_->atom("BRIMWICK_TEST")) clock_ = change.time;
+            }
         }
     }
 
     std::unique_ptr<XcbConnection> connection_;
     xcb_window_t window_ = XCB_NONE;
-    xcb_timestamp_t lastPropertyTime_ = XCB_CURRENT_TIME;
+    std::optional<xcb_timestamp_t> clock_;
     std::vector<xcb_keycode_t> keys_;
 };
 
