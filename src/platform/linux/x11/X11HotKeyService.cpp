@@ -169,6 +169,7 @@ void X11HotKeyService::keyWentUp(const xcb_key_release_event_t& event) {
     connection_->synchronise();
     userTime_.note(event.time);
     if (releaseHandler_) releaseHandler_(notice);
+    if (doneHandler_) doneHandler_();
 }
 
 void X11HotKeyService::followModifierMapping() {

@@ -27,6 +27,8 @@ class X11HotKeyService : public HotKeyService {
     void setReleaseHandler(std::function<void(const HotKeyRelease&)> handler) override;
     /// Called when a hot key goes down, while the window that the user pressed it in is still in front.
     void setPressHandler(std::function<void()> handler);
+    /// Called when the release handler has returned.
+    void setDoneHandler(std::function<void()> handler) { doneHandler_ = std::move(handler); }
 
   private:
     class Grab;
@@ -56,6 +58,7 @@ class X11HotKeyService : public HotKeyService {
     HotKeys hotKeys_;
     std::function<void(const HotKeyRelease&)> releaseHandler_;
     std::function<void()> pressHandler_;
+    std::function<void()> doneHandler_;
     QTimer mappingSettled_;
     std::unique_ptr<XcbEventSource> events_;
 };

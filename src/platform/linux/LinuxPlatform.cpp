@@ -1,0 +1,67 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include "platform/linux/audio/SilentSoundPlayer.h"
+#include "platform/linux/dbus/DBusNotificationService.h"
+#include "platform/linux/dbus/FolderOpener.h"
+#include "platform/linux/filemanagers/X11FileManager.h"
+#include "platform/linux/plain/PlainDesktop.h"
+#include "platform/linux/x11/QtClipboardSnapshot.h"
+#include "platform/linux/x11/X11HotKeyService.h"
+#include "platform/linux/x11/X11WindowSystem.h"
+
+#include <QGuiApplication>
+
+namespace brimwick {
+
+struct LinuxPlatform::Services {
+    DBusNotificationService notifications;
+    SilentSoundPlayer sounds;
+    FolderOpener folderOpener;
+    UserTime userTime;
+    std::unique_ptr<HotKeyService> hotKeys;
+    std::unique_ptr<FileManager> fileManager;
+    std::unique_ptr<WindowSystem> windowSystem;
+
+    bool connectToXServer();
+    void useWhatIsLeft();
+};
+
+bool LinuxPlatform::Services::connectToXServer() {
+    if (QGuiApplication::platformName() != "xcb") return false;
+    const auto openFolder = [this](const std::string& fileUrl) { folderOpener.openFolder(fileUrl); };
+    auto windows = X11WindowSystem::create(userTime);
+    auto files = X11FileManager::create(openFolder, qtClipboardSnapshot);
+    if (!windows || !files) return false;
+    auto keys = std::make_unique<X11HotKeyService>(userTime);
+    // What is in front may be another window by the time the key goes up.
+    keys->setPressHandler([front = files.get()] { front->captureFront(); });
+    keys->setDoneHandler([front = files.get()] { front->forgetFront(); });
+    windowSystem = std::move(windows);
+    fileManager = std::move(files);
+    hotKeys = std::move(keys);
+    return true;
+}
+
+void LinuxPlatform::Services::useWhatIsLeft() {
+    windowSystem = std::make_unique<PlainWindowSystem>();
+    fileManager = std::make_unique<PlainFileManager>(
+        [this](const std::string& fileUrl) { folderOpener.openFolder(fileUrl); });
+    hotKeys = std::make_unique<PlainHotKeyService>();
+}
+
+LinuxPlatform::LinuxPlatform(MainLoop& mainLoop) : mainLoop_(mainLoop), services_(std::make_unique<Services>()) {
+    if (!services_->connectToXServer()) services_->useWhatIsLeft();
+}
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+Ports LinuxPlatform::ports() {
+    return {*services_->hotKeys, *services_->fileManager,  services_->notifications,
+            services_->sounds,   *services_->windowSystem, mainLoop_};
+}
+
+void LinuxPlatform::setNotificationFallback(std::function<void(const DesktopNotification&)> fallback) {
+    services_->notifications.setFallback(std::move(fallback));
+}
+
+} // namespace brimwick
