@@ -46,7 +46,7 @@ class StagedFile {
 
     bool fill(std::string_view content, std::optional<mode_t> permissions) {
         return exists_ && (!permissions || fchmod(descriptor_.get(), *permissions) == 0) &&
-               writeAll(descriptor_.get(), content) && fsync(descriptor_.get()) == 0 && descriptor_.close();
+               writeAll(descriptor_.get(), content) && fsync(descriptor_.get()) == 0;
     }
     bool putInPlaceOf(const std::string& destination) {
         if (rename(path_.c_str(), destination.c_str()) != 0) return false;
