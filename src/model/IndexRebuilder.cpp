@@ -107,9 +107,9 @@ void IndexRebuilder::reportEndOfRebuild() {
     if (code == rebuildReasonFirstIndex || !observer_.actionsEnabled()) observer_.enableWickWindow();
 }
 
-/// The old index stays, and the next request walks again; but nobody is locked out meanwhile.
+/// The old index stays, and so do the changes that asked for a new one: the next request walks again.
+/// Meanwhile nobody is locked out.
 void IndexRebuilder::giveUpRebuild() {
-    indexedFoldersHaveChanged_ = true;
     observer_.hideRebuildIndexProgressIndicator();
     indexIsRebuilding_ = false;
     if (observer_.actionsEnabled()) return;

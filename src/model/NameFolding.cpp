@@ -1,5 +1,7 @@
 #include "model/NameFolding.h"
 
+#include "model/AsciiCase.h"
+
 #include <utf8proc.h>
 
 #include <algorithm>
@@ -10,10 +12,6 @@ namespace {
 
 bool isAscii(char byte) {
     return static_cast<unsigned char>(byte) < 0x80;
-}
-
-char foldedAscii(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
 void appendFoldedCodePoint(utf8proc_int32_t codePoint, std::string& folded) {
@@ -36,7 +34,7 @@ void appendFoldedCodePoint(utf8proc_int32_t codePoint, std::string& folded) {
 void appendFoldedName(std::string_view name, std::string& folded) {
     while (!name.empty()) {
         const auto ascii = std::find_if_not(name.begin(), name.end(), isAscii);
-        std::transform(name.begin(), ascii, std::back_inserter(folded), foldedAscii);
+        std::transform(name.begin(), ascii, std::back_inserter(folded), asciiLowerCase);
         name.remove_prefix(static_cast<std::size_t>(ascii - name.begin()));
         if (name.empty()) return;
 

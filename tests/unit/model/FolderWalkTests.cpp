@@ -2,6 +2,7 @@
 #include "fakes/TemporaryFolder.h"
 #include "model/FolderListing.h"
 #include "model/FolderWalk.h"
+#include "model/PathText.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -55,7 +56,6 @@ class DeepFolder {
             if (mkdirat(folder.get(), name_.c_str(), 0755) != 0) throw std::runtime_error("no deep folder");
             folder = opened(folder.get(), name_);
         }
-        deepest_ = std::move(folder);
     }
     /// Takes the chain apart from its top, where paths are short.
     ~DeepFolder() {
@@ -66,7 +66,6 @@ class DeepFolder {
             rename(rest.c_str(), first.c_str());
         }
     }
-    const FileDescriptor& deepest() const { return deepest_; }
 
   private:
     static FileDescriptor opened(int directory, const std::string& name) {
@@ -77,8 +76,20 @@ class DeepFolder {
 
     std::string top_;
     std::string name_;
-    FileDescriptor deepest_;
 };
+
+/// Three folders, three more in the one of them that is listed first, and so on downwards. Yields these first
+/// ones: after each the walk has two more to come to on its way up.
+std::vector<std::string> makeStairs(const TemporaryFolder& folder, int steps) {
+    std::vector<std::string> firsts;
+    std::string step = folder.path();
+    while (steps-- > 0) {
+        for (const char* name : {"/a", "/b", "/c"}) std::filesystem::create_directory(step + name);
+        step = std::filesystem::directory_iterator(step)->path().string();
+        firsts.push_back(step);
+    }
+    return firsts;
+}
 
 /// At most this many open files, until it goes.
 class OpenFileLimit {
@@ -278,33 +289,24 @@ TEST(FolderWalk, FollowsNoLinkThatTakesTheFoldersPlace) {
 
 TEST(FolderWalk, WalksFarBelowTheLongestPathWithFewFilesOpen) {
     const TemporaryFolder folder;
-    constexpr int depth = 4000;
+    constexpr FolderNumber depth = 4000;
     const DeepFolder deep(folder.path(), "level", depth);
-    ASSERT_EQ(mkdirat(deep.deepest().get(), "last", 0755), 0);
-    folder.makeFolder("level/level/beside");
-    std::vector<std::string> found;
+    FolderTree folders;
     {
         const OpenFileLimit limit(64);
-        found = walk({folder.path()});
+        EXPECT_TRUE(
+            FolderWalk(folders, [](std::string_view) {}).addRootDirectoryAndSubFoldersToIndex(folder.path()));
     }
-    ASSERT_EQ(unlinkat(deep.deepest().get(), "last", AT_REMOVEDIR), 0);
-    ASSERT_EQ(found.size(), 1U + depth + 2);
+    ASSERT_EQ(folders.size(), 1 + depth);
     std::string expected = folder.path();
-    for (int level = 0; level < depth; ++level) expected += "/level";
-    expected += "/last";
+    for (FolderNumber level = 0; level < depth; ++level) expected += "/level";
     EXPECT_GT(expected.size(), static_cast<std::size_t>(PATH_MAX));
-    EXPECT_THAT(found, testing::Contains(expected));
-    EXPECT_THAT(found, testing::Contains(folder / "level/level/beside"));
+    EXPECT_EQ(folders.path(depth), expected);
 }
 
 TEST(FolderWalk, FindsTheWayUpFromAnyDepth) {
     const TemporaryFolder folder;
-    std::string path;
-    for (int level = 0; level < 100; ++level) {
-        path += "d/";
-        folder.makeFolder(path + "left");
-        folder.makeFolder(path + "right/inside");
-    }
+    makeStairs(folder, 100);
     std::vector<std::string> expected;
     expectedPaths(folder.path(), expected);
     EXPECT_EQ(walk({folder.path()}), expected);
@@ -313,41 +315,37 @@ TEST(FolderWalk, FindsTheWayUpFromAnyDepth) {
 TEST(FolderWalk, FindsTheWayUpFromAFolderThatIsMovedAway) {
     const TemporaryFolder folder;
     const TemporaryFolder elsewhere;
-    // Both lie beside the way down, so that one of them is listed after it, wherever the listing puts them.
-    std::string path;
-    for (int level = 0; level < 40; ++level) {
-        path += "d/";
-        folder.makeFolder(path + "left");
-        folder.makeFolder(path + "right");
-    }
-    folder.makeFolder(path + "bottom");
+    const std::vector<std::string> stairs = makeStairs(folder, 40);
+    makeStairs(elsewhere, 1);
     std::vector<std::string> expected;
     expectedPaths(folder.path(), expected);
-    const auto moveAway = [&](std::string_view name) {
-        if (name == "bottom") std::filesystem::rename(folder / "d/d/d/d", elsewhere / "moved");
+    int descents = 0;
+    const auto moveAway = [&](std::string_view) {
+        if (++descents == 40) std::filesystem::rename(stairs[3], elsewhere / "moved");
     };
-    std::vector<std::string> found = walk({folder.path()}, moveAway);
-    EXPECT_EQ(found, expected);
+    EXPECT_EQ(walk({folder.path()}, moveAway), expected);
 }
 
 TEST(FolderWalk, GoesOnAboveAFolderThatCannotBeFoundAgain) {
     const TemporaryFolder folder;
     const TemporaryFolder elsewhere;
-    std::string path;
-    for (int level = 0; level < 40; ++level) folder.makeFolder(path += "d/");
-    for (const char* level : {"", "d/", "d/d/", "d/d/d/"}) {
-        folder.makeFolder(level + std::string("left"));
-        folder.makeFolder(level + std::string("right"));
-    }
-    folder.makeFolder(path + "bottom");
-    const auto moveAway = [&](std::string_view name) {
-        if (name != "bottom") return;
-        std::filesystem::rename(folder / "d/d", elsewhere / "moved");
-        std::filesystem::rename(elsewhere / "moved/d/d/d", elsewhere / "deeper");
+    const std::vector<std::string> stairs = makeStairs(folder, 40);
+    makeStairs(elsewhere, 1);
+    std::vector<std::string> expected;
+    expectedPaths(folder.path(), expected);
+    // Between the two folders that are moved nothing can be reached any more.
+    std::erase_if(expected, [&stairs](const std::string& path) {
+        for (const std::size_t lost : {1U, 2U, 3U})
+            if (parentPath(path) == stairs[lost] && path != stairs[lost + 1]) return true;
+        return false;
+    });
+    int descents = 0;
+    const auto moveAway = [&](std::string_view) {
+        if (++descents != 40) return;
+        std::filesystem::rename(stairs[4], elsewhere / "deeper");
+        std::filesystem::rename(stairs[1], elsewhere / "moved");
     };
-    const std::vector<std::string> found = walk({folder.path()}, moveAway);
-    EXPECT_THAT(found, testing::IsSupersetOf({folder / path + "bottom", folder / "left", folder / "right",
-                                              folder / "d/left", folder / "d/right"}));
+    EXPECT_EQ(walk({folder.path()}, moveAway), expected);
 }
 
 TEST(FolderListing, AsksTheDiskWhereTheFileSystemDoesNotTellTheType) {
