@@ -52,7 +52,8 @@ bool keepCorruptFileAside(const std::string& path) {
     const std::string extension = file.extension().string();
     int error = EEXIST;
     for (int attempt = 1; error == EEXIST; ++attempt) {
-        const std::string number = attempt == 1 ? "" : "-" + std::to_string(attempt);
+        std::string number;
+        if (attempt > 1) number.append("-").append(std::to_string(attempt));
         error = keepUnderName(file, file.parent_path() / (base + number + extension));
     }
     return error == 0;

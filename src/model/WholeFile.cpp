@@ -36,7 +36,7 @@ bool writeAll(int descriptor, std::string_view content) {
 class StagedFile {
   public:
     explicit StagedFile(const std::string& destination)
-        : path_(joinPath(parentPath(destination), "." + lastPathComponent(destination) + ".XXXXXX")),
+        : path_(joinPath(parentPath(destination), ".") + lastPathComponent(destination) + ".XXXXXX"),
           descriptor_(mkostemp(path_.data(), O_CLOEXEC)), exists_(static_cast<bool>(descriptor_)) {}
     StagedFile(const StagedFile&) = delete;
     StagedFile& operator=(const StagedFile&) = delete;

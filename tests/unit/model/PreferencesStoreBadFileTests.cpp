@@ -63,8 +63,8 @@ class PreferencesStoreBadFile : public testing::Test {
 
 TEST_F(PreferencesStoreBadFile, IsReplacedByTheDefaultsAndKeptAsideWhenCorrupt) {
     expectDefaultsAfterKeepingAside("no property list at all");
-    EXPECT_THAT(*besides(folder_.path()).begin(),
-                MatchesRegex(".*/BrimwickPreferences\\.corrupt-[0-9]{8}-[0-9]{6}\\.plist"));
+    EXPECT_THAT(besides(folder_.path()),
+                ElementsAre(MatchesRegex(".*/BrimwickPreferences\\.corrupt-[0-9]{8}-[0-9]{6}\\.plist")));
 }
 
 TEST_F(PreferencesStoreBadFile, IsReplacedAndKeptAsideWhenCutShort) {
@@ -89,8 +89,8 @@ TEST_F(PreferencesStoreBadFile, IsReplacedAndKeptAsideWhenTheRootIsAText) {
 
 TEST_F(PreferencesStoreBadFile, IsReplacedAndKeptAsideWhenNestedWithoutEnd) {
     std::string content = head;
-    for (int i = 0; i < 100000; ++i) content += "<array>";
-    for (int i = 0; i < 100000; ++i) content += "</array>";
+    for (int i = 0; i < 1000000; ++i) content += "<array>";
+    for (int i = 0; i < 1000000; ++i) content += "</array>";
     expectDefaultsAfterKeepingAside(content + "</plist>");
 }
 

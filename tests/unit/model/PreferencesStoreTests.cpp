@@ -29,13 +29,15 @@ class PreferencesStoreTest : public testing::Test {
     void index(const std::string& path) {
         indexedFolders_.push_back(BWSelectedFileOrFolder::fileOrFolderWithPath(path));
     }
+    /// The store of a later run, which has not listed any indexed folders yet.
     PreferencesStore anotherStore() const {
-        return PreferencesStore(folder_.path(), Resources(BRIMWICK_RESOURCES), indexedFolders_);
+        return PreferencesStore(folder_.path(), Resources(BRIMWICK_RESOURCES), noFolders_);
     }
 
     const TemporaryFolder folder_;
+    const std::vector<BWSelectedFileOrFolder> noFolders_;
     std::vector<BWSelectedFileOrFolder> indexedFolders_;
-    PreferencesStore store_ = anotherStore();
+    PreferencesStore store_{folder_.path(), Resources(BRIMWICK_RESOURCES), indexedFolders_};
 };
 
 TEST_F(PreferencesStoreTest, KeepsItsFileInTheSupportFolder) {
@@ -145,6 +147,7 @@ TEST_F(PreferencesStoreTest, SavesThePathsOfTheIndexedFoldersInTheirOrder) {
 TEST_F(PreferencesStoreTest, KeepsPathsThatXmlCannotCarryByteForByte) {
     const std::vector<std::string> paths = {"/new\nline",          "/tab\t",        "/return\r", "/bell\x07",
                                             "/not utf-8 \xFF\xC3", "/\xEF\xBF\xBE", "/ white ",  "/<&>\"'"};
+    store_.loadPreferences();
     for (const std::string& path : paths) index(path);
     store_.savePreferences();
     PreferencesStore next = anotherStore();

@@ -162,9 +162,9 @@ TEST(PropertyListFile, RefusesContainersNestedWithoutEnd) {
     for (const char* name : {"array", "dict"}) {
         const std::string open = std::string("<") + name + ">";
         const std::string close = std::string("</") + name + ">";
-        EXPECT_FALSE(parsePropertyList(documentWithValue(repeated(open, 100000) + repeated(close, 100000)))
+        EXPECT_FALSE(parsePropertyList(documentWithValue(repeated(open, 1000000) + repeated(close, 1000000)))
                          .has_value());
-        EXPECT_FALSE(parsePropertyList(repeated(open, 100000)).has_value());
+        EXPECT_FALSE(parsePropertyList(repeated(open, 1000000)).has_value());
     }
 }
 
