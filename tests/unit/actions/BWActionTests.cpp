@@ -135,7 +135,7 @@ TEST_F(ActionTest, NumbersAFileWhoseNameIsTakenAndCountsOnForAnother) {
     EXPECT_THAT(namesIn(home / "to"), testing::IsSupersetOf({std::string("b"), numbered("b", number + 1)}));
 }
 
-TEST_F(ActionTest, TheFirstNumberOfAProcessIsOne) {
+TEST(UniqueFileName, TheFirstNumberOfAProcessIsOne) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
