@@ -4,20 +4,24 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace brimwick {
 
-/// A file or folder that is shown or acted on. A value; paths and names are bytes.
+/// A file or folder that is shown or acted on. A value, used by one thread at a time; paths and names are
+/// bytes.
 ///
-/// The entry whose raw name is ".Trash" is the user's Trash: it is displayed as "Trash", with an icon that tells
-/// whether it is empty at the moment of asking.
+/// The entry whose raw name is ".Trash" is the user's Trash: it is displayed as "Trash", with an icon that
+/// tells whether it is empty at the moment of asking.
 class BWSelectedFileOrFolder {
   public:
     /// An entry with an empty path and name, no URL and no icon.
     BWSelectedFileOrFolder();
-    /// The entry of a file URL; the name is looked up on disk and stays empty (nil) when nothing lies there.
+    /// The entry of a file URL; the name is looked up on disk, and there is none when nothing lies there. A
+    /// URL that names no file of this machine gives an entry with an empty path.
     static BWSelectedFileOrFolder fileOrFolderWithURL(const std::string& url);
-    /// The same for a path; the URL is marked as a folder's, whatever the item is.
+    /// The same for a path; the URL is marked as a folder's, whatever the item is. A path that is not
+    /// absolute is kept as it stands, without a URL and a name.
     static BWSelectedFileOrFolder fileOrFolderWithPath(const std::string& path);
 
     /// A fresh entry of the same path, its name looked up again.
@@ -36,13 +40,16 @@ class BWSelectedFileOrFolder {
     std::optional<std::string> name() const;
     /// Ignored when equal to the current display name.
     void setName(std::optional<std::string> name);
-    /// Whether the name may be set. For nothing it may not; `error`, when given, then receives the text.
+    /// Whether the name may be set: not when there is none, and then `error`, if given, receives the text.
     static bool validateNameError(const std::optional<std::string>& name, std::string* error);
 
-    /// Reads the folder when the entry is the Trash.
+    /// For the Trash looks into the folder at every call.
     std::optional<Icon> icon() const;
-    /// Ignored for the Trash.
+    /// For the Trash the value is ignored and the icon chosen anew.
     void setIcon(std::optional<Icon> icon);
+    /// Makes the icon that of an empty or of a full Trash, by what the folder holds; one that cannot be read
+    /// counts as empty.
+    void setTrashIcon();
     const std::optional<Icon>& trashIcon() const { return trashIcon_; }
     void setTrashIcon(std::optional<Icon> icon) { trashIcon_ = std::move(icon); }
     const std::optional<Icon>& fullTrashIcon() const { return fullTrashIcon_; }
@@ -51,10 +58,11 @@ class BWSelectedFileOrFolder {
     bool isTrashFolder() const;
 
   private:
-    std::optional<Icon> currentTrashIcon() const;
+    static BWSelectedFileOrFolder entry(std::string path, std::optional<std::string> url);
+    const std::optional<Icon>& currentTrashIcon() const;
 
     std::optional<std::string> name_;
-    std::optional<Icon> icon_;
+    mutable std::optional<Icon> icon_;
     std::string path_;
     std::optional<std::string> url_;
     std::optional<Icon> trashIcon_;

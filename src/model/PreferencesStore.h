@@ -21,8 +21,8 @@ class PreferencesStore {
     /// The 22 built-in defaults, in their order.
     static PropertyListDictionary defaultPreferencesDictionary();
 
-    /// Fills the dictionary from the file, the shipped defaults or the built-in ones, and upgrades older files.
-    /// A corrupt file is first copied beside itself.
+    /// Fills the dictionary from the file, the shipped defaults or the built-in ones, and upgrades older
+    /// files. A corrupt file is first copied beside itself.
     void loadPreferences();
     /// Writes the whole dictionary, with the paths of the indexed folders. Failures are silent.
     void savePreferences();

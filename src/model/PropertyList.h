@@ -15,17 +15,23 @@ using PropertyListArray = std::vector<PropertyListValue>;
 /// String keys to values, in the order in which they were added.
 class PropertyListDictionary {
   public:
+    using Entry = std::pair<std::string, PropertyListValue>;
+
+    PropertyListDictionary() = default;
+    /// No two entries may have the same key.
+    explicit PropertyListDictionary(std::vector<Entry> entries);
+
     /// Nothing when the key is absent. Valid until the dictionary changes.
     const PropertyListValue* find(std::string_view key) const;
     bool contains(std::string_view key) const { return find(key) != nullptr; }
     /// Replaces the value in its place, or appends it.
     void set(std::string key, PropertyListValue value);
     void remove(std::string_view key);
-    const std::vector<std::pair<std::string, PropertyListValue>>& entries() const { return entries_; }
+    const std::vector<Entry>& entries() const { return entries_; }
     bool operator==(const PropertyListDictionary&) const;
 
   private:
-    std::vector<std::pair<std::string, PropertyListValue>> entries_;
+    std::vector<Entry> entries_;
 };
 
 /// Bytes that are no text.
@@ -42,8 +48,8 @@ struct PropertyListDate {
 
 /// One value of a property list.
 struct PropertyListValue {
-    std::variant<std::string, bool, std::int64_t, double, PropertyListData, PropertyListDate, PropertyListArray,
-                 PropertyListDictionary>
+    std::variant<std::string, bool, std::int64_t, double, PropertyListData, PropertyListDate,
+                 PropertyListArray, PropertyListDictionary>
         value;
     bool operator==(const PropertyListValue&) const = default;
 };

@@ -16,9 +16,9 @@ constexpr int rowHeight = 48;
 PickerGeometry pickerGeometry(Mode mode, std::int64_t storedHeight) {
     constexpr std::int64_t most = std::numeric_limits<std::int16_t>::max();
     const std::int64_t stored = std::clamp<std::int64_t>(storedHeight, 0, most);
-    const std::int64_t height =
-        mode == BWModeOpen ? std::max(stored - PickerGeometry::openModeDifference, minimumOpenHeight)
-                           : std::max(stored, minimumHeight);
+    const std::int64_t height = mode == BWModeOpen
+                                    ? std::max(stored - PickerGeometry::openModeDifference, minimumOpenHeight)
+                                    : std::max(stored, minimumHeight);
     return pickerGeometryAtHeight(mode, static_cast<int>(height));
 }
 
@@ -38,9 +38,13 @@ PickerGeometry pickerGeometryAtHeight(Mode mode, int height) {
     return geometry;
 }
 
-double pickerY(const ScreenRect& screen) { return screen.height - PickerGeometry::titleBarHeight; }
+double pickerY(const ScreenRect& screen) {
+    return screen.height - PickerGeometry::titleBarHeight;
+}
 
-double centredX(const ScreenRect& screen, double windowWidth) { return screen.width * 0.5 - windowWidth * 0.5; }
+double centredX(const ScreenRect& screen, double windowWidth) {
+    return screen.width * 0.5 - windowWidth * 0.5;
+}
 
 StoredPickerSize storedPickerSize(Mode mode, double windowWidth, double windowHeight) {
     const int height = static_cast<int>(windowHeight);
@@ -48,7 +52,9 @@ StoredPickerSize storedPickerSize(Mode mode, double windowWidth, double windowHe
             mode == BWModeOpen ? height + PickerGeometry::openModeDifference : height};
 }
 
-int rowsPerPage(double searchResultsHeight) { return static_cast<int>(searchResultsHeight) / rowHeight; }
+int rowsPerPage(double searchResultsHeight) {
+    return static_cast<int>(searchResultsHeight) / rowHeight;
+}
 
 std::int64_t clampedRow(std::int64_t row, std::int64_t count) {
     return count == 0 ? 0 : std::clamp<std::int64_t>(row, 0, count - 1);

@@ -37,8 +37,8 @@ struct ScreenRect {
     double height = 0;
 };
 
-/// The y of the picker's lower edge, by the visible frame of the first screen: near its top, where the desktop
-/// keeps the whole window on the screen.
+/// The y of the picker's lower edge, by the visible frame of the first screen: near its top, where the
+/// desktop keeps the whole window on the screen.
 double pickerY(const ScreenRect& screen);
 
 /// The x that centres a window on a visible frame; the frame's own x is not added.

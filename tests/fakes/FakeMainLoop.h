@@ -25,7 +25,8 @@ class FakeMainLoop : public MainLoop {
         std::function<void()> task;
         {
             std::unique_lock lock(mutex_);
-            if (!posted_.wait_for(lock, std::chrono::seconds(10), [this] { return !tasks_.empty(); })) return false;
+            if (!posted_.wait_for(lock, std::chrono::seconds(10), [this] { return !tasks_.empty(); }))
+                return false;
             task = std::move(tasks_.front());
             tasks_.pop_front();
         }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <stdlib.h>
+
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-#include <stdlib.h>
 #include <string>
 
 namespace brimwick {

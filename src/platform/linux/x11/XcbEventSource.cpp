@@ -4,8 +4,8 @@
 
 namespace brimwick {
 
-XcbEventSource::XcbEventSource(XcbConnection& connection, Handler handler)
-    : connection_(connection), handler_(std::move(handler)),
+XcbEventSource::XcbEventSource(XcbConnection& connection, Handler handler, std::function<void()> broken)
+    : connection_(connection), handler_(std::move(handler)), broken_(std::move(broken)),
       readable_(xcb_get_file_descriptor(connection.get()), QSocketNotifier::Read) {
     connect(&readable_, &QSocketNotifier::activated, this, [this] { drain(); });
     // A reply read elsewhere can leave events in xcb's queue with nothing left to read on the socket.
@@ -15,8 +15,10 @@ XcbEventSource::XcbEventSource(XcbConnection& connection, Handler handler)
 
 void XcbEventSource::drain() {
     while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) handler_(*event);
+    if (!connection_.isBroken() || !readable_.isEnabled()) return;
     // A connection that broke stays readable for ever.
-    if (connection_.isBroken()) readable_.setEnabled(false);
+    readable_.setEnabled(false);
+    if (broken_) broken_();
 }
 
 } // namespace brimwick

@@ -14,14 +14,15 @@ class XcbEventSource : public QObject {
   public:
     using Handler = std::function<void(const xcb_generic_event_t&)>;
 
-    /// The connection must outlive the source.
-    XcbEventSource(XcbConnection& connection, Handler handler);
+    /// The connection must outlive the source. When the connection breaks, `broken` is called once.
+    XcbEventSource(XcbConnection& connection, Handler handler, std::function<void()> broken = {});
     /// Handles what has arrived. To be called after waiting for a reply, which may have taken events in.
     void drain();
 
   private:
     XcbConnection& connection_;
     Handler handler_;
+    std::function<void()> broken_;
     QSocketNotifier readable_;
 };
 

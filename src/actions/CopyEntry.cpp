@@ -1,0 +1,73 @@
+#include "actions/CopyEntry.h"
+
+#include "actions/CopyFileData.h"
+#include "actions/CopyMetadata.h"
+#include "actions/OpenFolder.h"
+#include "actions/SystemError.h"
+#include "model/FileDescriptor.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+
+namespace brimwick {
+
+namespace {
+
+bool sameMoment(const timespec& one, const timespec& other) {
+    return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
+}
+
+bool untouched(const struct stat& before, const struct stat& after) {
+    return before.st_size == after.st_size && sameMoment(before.st_mtim, after.st_mtim) &&
+           sameMoment(before.st_ctim, after.st_ctim);
+}
+
+std::error_code flushFile(int descriptor, Flush flush) {
+    if (flush == Flush::AtOnce) return syncDescriptor(descriptor);
+    // Only to spread the work: the flush of the whole file system reports what goes wrong.
+    sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
+    return {};
+}
+
+} // namespace
+
+std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to, Flush flush,
+                                struct stat& read) {
+    // Not blocking, should the name have become a pipe since somebody looked.
+    const FileDescriptor in(
+        openat(from.folder, from.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!in || fstat(in.get(), &read) != 0) return lastSystemError();
+    if (!S_ISREG(read.st_mode)) return std::make_error_code(std::errc::device_or_resource_busy);
+
+    FileDescriptor out(
+        openat(to.folder, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    if (!out) return lastSystemError();
+    if (auto error = copyFileData(in.get(), out.get(), read.st_size)) return error;
+    if (auto error = copyMetadata(in.get(), out.get(), read)) return error;
+
+    struct stat after {};
+    if (fstat(in.get(), &after) != 0) return lastSystemError();
+    if (!untouched(read, after)) return std::make_error_code(std::errc::device_or_resource_busy);
+
+    if (auto error = flushFile(out.get(), flush)) return error;
+    return out.close() ? std::error_code() : lastSystemError();
+}
+
+std::error_code copySymbolicLink(const NameInFolder& from, const NameInFolder& to,
+                                 const struct stat& status) {
+    std::string target(static_cast<std::size_t>(std::max<off_t>(status.st_size, 255)) + 1, '\0');
+    for (;;) {
+        const ssize_t length = readlinkat(from.folder, from.name.c_str(), target.data(), target.size());
+        if (length < 0) return lastSystemError();
+        if (static_cast<std::size_t>(length) < target.size()) {
+            target.resize(static_cast<std::size_t>(length));
+            break;
+        }
+        target.resize(target.size() * 2);
+    }
+    if (symlinkat(target.c_str(), to.folder, to.name.c_str()) != 0) return lastSystemError();
+    return copyLinkMetadata(to.folder, to.name, status);
+}
+
+} // namespace brimwick

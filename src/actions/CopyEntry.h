@@ -1,0 +1,30 @@
+#pragma once
+
+#include <sys/stat.h>
+
+#include <string>
+#include <system_error>
+
+namespace brimwick {
+
+/// A name in an open folder.
+struct NameInFolder {
+    int folder;
+    std::string name;
+};
+
+enum class Flush {
+    AtOnce,     ///< when the call returns, the data are on the disk
+    StartedOnly ///< they are on their way; the caller flushes the whole file system
+};
+
+/// Copies a regular file under a name that must be free. `read` receives what the file was while it was read;
+/// `device_or_resource_busy` when it changed meanwhile. A failed copy may leave the new file behind.
+[[nodiscard]] std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to, Flush flush,
+                                              struct stat& read);
+
+/// Copies a symbolic link itself. `status` is that of the link.
+[[nodiscard]] std::error_code copySymbolicLink(const NameInFolder& from, const NameInFolder& to,
+                                               const struct stat& status);
+
+} // namespace brimwick

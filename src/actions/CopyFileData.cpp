@@ -1,0 +1,109 @@
+#include "actions/CopyFileData.h"
+
+#include "actions/SystemError.h"
+#include "model/FileDescriptor.h"
+
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace brimwick {
+
+namespace {
+
+constexpr std::size_t bufferSize = 256 * 1024;
+
+std::error_code writeAll(int to, const char* data, std::size_t length, off_t offset) {
+    while (length > 0) {
+        const ssize_t written = pwrite(to, data, length, offset);
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return lastSystemError();
+        if (written == 0) return std::make_error_code(std::errc::io_error);
+        data += written;
+        length -= static_cast<std::size_t>(written);
+        offset += written;
+    }
+    return {};
+}
+
+std::error_code copyThroughBuffer(int from, int to, off_t begin, off_t end) {
+    std::vector<char> buffer(std::min(bufferSize, static_cast<std::size_t>(end - begin)));
+    while (begin < end) {
+        const ssize_t got =
+            pread(from, buffer.data(), std::min(buffer.size(), static_cast<std::size_t>(end - begin)), begin);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return lastSystemError();
+        if (got == 0) return std::make_error_code(std::errc::no_message_available);
+        if (auto error = writeAll(to, buffer.data(), static_cast<std::size_t>(got), begin)) return error;
+        begin += got;
+    }
+    return {};
+}
+
+bool kernelCannotCopyBetweenThese(int code) {
+    return code == EXDEV || code == EINVAL || code == ENOSYS || code == EOPNOTSUPP || code == EPERM ||
+           code == ETXTBSY;
+}
+
+std::error_code copyRange(int from, int to, off_t begin, off_t end) {
+    while (begin < end) {
+        off_t in = begin;
+        off_t out = begin;
+        const ssize_t copied = copy_file_range(from, &in, to, &out, static_cast<std::size_t>(end - begin), 0);
+        if (copied < 0 && errno == EINTR) continue;
+        // Some file systems answer 0 although there is more to read.
+        if (copied == 0 || (copied < 0 && kernelCannotCopyBetweenThese(errno)))
+            return copyThroughBuffer(from, to, begin, end);
+        if (copied < 0) return lastSystemError();
+        begin += copied;
+    }
+    return {};
+}
+
+bool seekingIsUnsupported(int code) {
+    return code == EINVAL || code == EOPNOTSUPP || code == ENOSYS;
+}
+
+std::error_code copyDataSegments(int from, int to, off_t size) {
+    off_t offset = 0;
+    while (offset < size) {
+        off_t begin = lseek(from, offset, SEEK_DATA);
+        if (begin < 0 && errno == ENXIO) break;
+        if (begin < 0) {
+            if (!seekingIsUnsupported(errno)) return lastSystemError();
+            begin = offset;
+        }
+        off_t end = lseek(from, begin, SEEK_HOLE);
+        if (end < 0) {
+            if (!seekingIsUnsupported(errno) && errno != ENXIO) return lastSystemError();
+            end = size;
+        }
+        end = std::min(end, size);
+        if (begin < end) {
+            if (auto error = copyRange(from, to, begin, end)) return error;
+        }
+        offset = std::max(begin, end);
+    }
+    return ftruncate(to, size) == 0 ? std::error_code() : lastSystemError();
+}
+
+std::error_code checkSize(int to, off_t size) {
+    struct stat status {};
+    if (fstat(to, &status) != 0) return lastSystemError();
+    return status.st_size == size ? std::error_code() : std::make_error_code(std::errc::io_error);
+}
+
+} // namespace
+
+std::error_code copyFileData(int from, int to, off_t size) {
+    // Whatever made cloning impossible, copying shows whether it was serious.
+    if (size > 0 && ioctl(to, FICLONE, from) != 0) {
+        if (auto error = copyDataSegments(from, to, size)) return error;
+    }
+    return checkSize(to, size);
+}
+
+} // namespace brimwick

@@ -1,0 +1,42 @@
+#include "actions/CopyItem.h"
+
+#include "actions/StagedCopy.h"
+#include "actions/SystemError.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace brimwick {
+
+tl::expected<void, FileError> refuseInsideItself(const std::string& verb, const ItemPlace& source,
+                                                 const OpenFolder& target) {
+    struct stat status {};
+    if (fstatat(source.folder.descriptor(), source.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return tl::unexpected(fileError("Could not " + verb, source.path(), lastSystemError()));
+    if (!S_ISDIR(status.st_mode)) return {};
+    const auto inside = target.isAtOrBelow(status.st_dev, status.st_ino);
+    if (!inside)
+        return tl::unexpected(fileError("Could not " + verb, source.path(), target.path(), inside.error()));
+    if (!*inside) return {};
+    return tl::unexpected(fileError("Could not " + verb + " a folder into itself,", source.path(),
+                                    target.path(), std::make_error_code(std::errc::invalid_argument)));
+}
+
+tl::expected<std::string, FileError> copyItem(const std::string& source, const Destination& destination) {
+    const auto from = ItemPlace::open(source);
+    if (!from) return tl::unexpected(from.error());
+    const auto to = ItemPlace::open(destination.path);
+    if (!to) return tl::unexpected(to.error());
+    if (auto fine = refuseInsideItself("copy", *from, to->folder); !fine) return tl::unexpected(fine.error());
+
+    auto staged = StagedCopy::make(*from, to->folder);
+    if (!staged) return tl::unexpected(staged.error());
+    auto path =
+        takeFreeName(destination, [&staged](const std::string& name) { return staged->rename(name); });
+    if (!path) return tl::unexpected(fileError("Could not copy", source, destination.path, path.error()));
+    if (auto error = to->folder.sync())
+        return tl::unexpected(fileError("Copied, but a power cut may undo it,", source, *path, error));
+    return *path;
+}
+
+} // namespace brimwick

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <sys/stat.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace brimwick {
+
+/// By what an entry is known to be still the one that was copied.
+struct EntryStamp {
+    dev_t device;
+    ino_t inode;
+    mode_t mode;
+    uid_t owner;
+    gid_t group;
+    off_t size;
+    std::int64_t modifiedSeconds;
+    std::int64_t modifiedNanoseconds;
+
+    explicit EntryStamp(const struct stat& status)
+        : device(status.st_dev), inode(status.st_ino), mode(status.st_mode), owner(status.st_uid),
+          group(status.st_gid), size(status.st_size), modifiedSeconds(status.st_mtim.tv_sec),
+          modifiedNanoseconds(status.st_mtim.tv_nsec) {}
+
+    bool operator==(const EntryStamp&) const = default;
+    bool isFolder() const { return S_ISDIR(mode); }
+};
+
+/// One entry of an item that was copied.
+struct CopiedEntry {
+    /// Empty for the item itself.
+    std::string name;
+    /// 0 for the item itself.
+    std::size_t depth;
+    EntryStamp stamp;
+};
+
+/// Every entry of an item, each folder before its entries, names in byte order.
+using CopyLog = std::vector<CopiedEntry>;
+
+} // namespace brimwick

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "actions/Destination.h"
+#include "actions/TrashFolder.h"
+
+namespace brimwick {
+
+/// Moves and copies that keep the desktop's Trash in order: what arrives there is put on record, what leaves
+/// it is struck off. Nothing is ever replaced. Main thread only; blocks until done.
+class FileTransfer {
+  public:
+    using NextPath = std::function<std::string()>;
+
+    explicit FileTransfer(const std::string& realHomeDirectory) : trash_(realHomeDirectory) {}
+
+    /// `nextPath` yields another path in the same folder when one is taken. The path that it got in the end.
+    tl::expected<std::string, FileError> move(const std::string& source, const std::string& destination,
+                                              NextPath nextPath) const;
+    tl::expected<std::string, FileError> copy(const std::string& source, const std::string& destination,
+                                              NextPath nextPath) const;
+    /// Moves an item into the user's Trash under that very name; a taken name is an error.
+    tl::expected<std::string, FileError> moveToTrash(const std::string& source,
+                                                     const std::string& name) const;
+
+  private:
+    tl::expected<Destination, FileError> prepare(const std::string& source, const std::string& destination,
+                                                 NextPath nextPath) const;
+
+    TrashFolder trash_;
+};
+
+} // namespace brimwick

@@ -1,0 +1,22 @@
+#include "actions/HiddenName.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <random>
+
+namespace brimwick {
+
+std::string randomText() {
+    std::random_device random;
+    std::array<char, 17> digits{};
+    std::snprintf(digits.data(), digits.size(), "%08x%08x", random(), random());
+    return digits.data();
+}
+
+std::string hiddenName(std::string_view ending) {
+    return ".brimwick-" + std::to_string(getpid()) + "-" + randomText() + "." + std::string(ending);
+}
+
+} // namespace brimwick

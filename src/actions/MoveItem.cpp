@@ -1,0 +1,52 @@
+#include "actions/MoveItem.h"
+
+#include "actions/CopyItem.h"
+#include "actions/RemoveVerified.h"
+#include "actions/RenameWithoutReplacing.h"
+#include "actions/StagedCopy.h"
+
+namespace brimwick {
+
+namespace {
+
+tl::expected<std::string, FileError> moveByCopy(const ItemPlace& from, const ItemPlace& to,
+                                                const Destination& destination) {
+    if (auto error = checkRemovable(from))
+        return tl::unexpected(fileError("Could not move", from.path(), destination.path, error));
+    auto staged = StagedCopy::make(from, to.folder);
+    if (!staged) return tl::unexpected(staged.error());
+    auto path =
+        takeFreeName(destination, [&staged](const std::string& name) { return staged->rename(name); });
+    if (!path)
+        return tl::unexpected(fileError("Could not move", from.path(), destination.path, path.error()));
+    if (auto error = to.folder.sync())
+        return tl::unexpected(fileError("Copied, but not removed, as a power cut may undo the copy,",
+                                        from.path(), *path, error));
+    if (auto removed = removeVerified(from, staged->log()); !removed) return tl::unexpected(removed.error());
+    return *path;
+}
+
+} // namespace
+
+tl::expected<std::string, FileError> moveItem(const std::string& source, const Destination& destination) {
+    const auto from = ItemPlace::open(source);
+    if (!from) return tl::unexpected(from.error());
+    const auto to = ItemPlace::open(destination.path);
+    if (!to) return tl::unexpected(to.error());
+    if (auto fine = refuseInsideItself("move", *from, to->folder); !fine) return tl::unexpected(fine.error());
+
+    auto path = takeFreeName(destination, [&](const std::string& name) {
+        return renameWithoutReplacing(from->folder.descriptor(), from->name, to->folder.descriptor(), name);
+    });
+    // The kernel knows best what lies on the same file system.
+    if (!path && path.error() == std::errc::cross_device_link) return moveByCopy(*from, *to, destination);
+    if (!path) return tl::unexpected(fileError("Could not move", source, destination.path, path.error()));
+
+    std::error_code unsafe = to->folder.sync();
+    if (auto error = from->folder.sync()) unsafe = error;
+    if (unsafe)
+        return tl::unexpected(fileError("Moved, but a power cut may undo it,", source, *path, unsafe));
+    return *path;
+}
+
+} // namespace brimwick

@@ -1,0 +1,68 @@
+#include "actions/RenameWithoutReplacing.h"
+
+#include "actions/SystemError.h"
+#include "model/FileDescriptor.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/stat.h>
+
+namespace brimwick {
+
+namespace {
+
+bool sameItem(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+std::error_code renameFolderOntoEmptyOne(int fromFolder, const char* from, int toFolder, const char* to) {
+    if (mkdirat(toFolder, to, 0700) != 0) return lastSystemError();
+    if (renameat(fromFolder, from, toFolder, to) == 0) return {};
+    const std::error_code reason = lastSystemError();
+    unlinkat(toFolder, to, AT_REMOVEDIR);
+    return reason;
+}
+
+bool liesAt(const struct stat& item, int folder, const char* name) {
+    struct stat now {};
+    return fstatat(folder, name, &now, AT_SYMLINK_NOFOLLOW) == 0 && sameItem(item, now);
+}
+
+bool isGone(int folder, const char* name) {
+    struct stat now {};
+    return fstatat(folder, name, &now, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT;
+}
+
+std::error_code linkThenUnlink(const struct stat& item, int fromFolder, const char* from, int toFolder,
+                               const char* to) {
+    if (linkat(fromFolder, from, toFolder, to, 0) != 0) return lastSystemError();
+    if (unlinkat(fromFolder, from, 0) == 0) return {};
+    const std::error_code reason = lastSystemError();
+    if (isGone(fromFolder, from)) return {};
+    // The second name goes only while the first one is certainly there.
+    if (liesAt(item, fromFolder, from) && liesAt(item, toFolder, to)) unlinkat(toFolder, to, 0);
+    return reason;
+}
+
+} // namespace
+
+std::error_code renameWithoutReplacing(int fromFolder, const std::string& fromName, int toFolder,
+                                       const std::string& toName) {
+    const char* from = fromName.c_str();
+    const char* to = toName.c_str();
+    struct stat before {};
+    if (fstatat(fromFolder, from, &before, AT_SYMLINK_NOFOLLOW) != 0) return lastSystemError();
+
+    if (renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE) == 0) return {};
+    const std::error_code reason = lastSystemError();
+    if (reason == std::errc::file_exists || reason == std::errc::cross_device_link) return reason;
+    if (reason == std::errc::invalid_argument || reason == std::errc::function_not_supported)
+        return S_ISDIR(before.st_mode) ? renameFolderOntoEmptyOne(fromFolder, from, toFolder, to)
+                                       : linkThenUnlink(before, fromFolder, from, toFolder, to);
+
+    // Network storage may have done it although the answer got lost.
+    if (liesAt(before, toFolder, to) && isGone(fromFolder, from)) return {};
+    return reason;
+}
+
+} // namespace brimwick

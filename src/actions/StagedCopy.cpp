@@ -1,0 +1,79 @@
+#include "actions/StagedCopy.h"
+
+#include "actions/CopyEntry.h"
+#include "actions/CopyFolder.h"
+#include "actions/HiddenName.h"
+#include "actions/RemoveTree.h"
+#include "actions/RenameWithoutReplacing.h"
+#include "actions/SystemError.h"
+
+#include <fcntl.h>
+
+namespace brimwick {
+
+namespace {
+
+struct CopyFailure {
+    std::error_code code;
+    std::string relativePath;
+};
+
+tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, const NameInFolder& staged) {
+    const NameInFolder from{source.folder.descriptor(), source.name};
+    struct stat status {};
+    if (fstatat(from.folder, from.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return tl::unexpected(CopyFailure{lastSystemError(), ""});
+    if (S_ISDIR(status.st_mode)) {
+        auto log = copyFolder(from, staged);
+        if (!log) return tl::unexpected(CopyFailure{log.error().code, log.error().relativePath});
+        return std::move(*log);
+    }
+    std::error_code error = std::make_error_code(std::errc::operation_not_supported);
+    if (S_ISREG(status.st_mode)) error = copyRegularFile(from, staged, Flush::AtOnce, status);
+    if (S_ISLNK(status.st_mode)) error = copySymbolicLink(from, staged, status);
+    if (error) return tl::unexpected(CopyFailure{error, ""});
+    return CopyLog{{"", 0, EntryStamp(status)}};
+}
+
+} // namespace
+
+tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, const OpenFolder& target) {
+    StagedCopy staged(target, hiddenName("part"));
+    auto log = copyUnderName(source, {target.descriptor(), staged.name_});
+    if (log) {
+        staged.log_ = std::move(*log);
+        return staged;
+    }
+    const std::string& inside = log.error().relativePath;
+    const std::error_code code = log.error().code;
+    FileError error = fileError(code == std::errc::operation_not_supported ? "Could not copy the special file"
+                                                                           : "Could not copy",
+                                inside.empty() ? source.path() : source.path() + "/" + inside, code);
+    const std::string leftover = target.pathOf(staged.name_);
+    if (staged.discard()) error.description += " (left behind: \"" + leftover + "\")";
+    return tl::unexpected(std::move(error));
+}
+
+StagedCopy::StagedCopy(StagedCopy&& other) noexcept
+    : target_(other.target_), name_(std::exchange(other.name_, {})), log_(std::move(other.log_)) {}
+
+StagedCopy::~StagedCopy() {
+    discard();
+}
+
+std::error_code StagedCopy::rename(const std::string& name) {
+    const int folder = target_.descriptor();
+    if (auto error = renameWithoutReplacing(folder, name_, folder, name)) return error;
+    name_.clear();
+    return {};
+}
+
+std::error_code StagedCopy::discard() {
+    if (name_.empty()) return {};
+    const std::string name = std::exchange(name_, {});
+    // A disk that had a bad moment may have recovered.
+    if (!removeTree(target_.descriptor(), name)) return {};
+    return removeTree(target_.descriptor(), name);
+}
+
+} // namespace brimwick

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "actions/EntryStamp.h"
+#include "actions/OpenFolder.h"
+
+#include <tl/expected.hpp>
+
+#include <string>
+
+namespace brimwick {
+
+/// A complete, durable copy of an item under a hidden name in its target folder, waiting for its final name.
+/// It disappears when it does not get one. The target folder must outlive it.
+class StagedCopy {
+  public:
+    /// Copies a file, a symbolic link or a whole folder. Fails without a trace.
+    static tl::expected<StagedCopy, FileError> make(const ItemPlace& source, const OpenFolder& target);
+    StagedCopy(StagedCopy&& other) noexcept;
+    StagedCopy& operator=(StagedCopy&&) = delete;
+    ~StagedCopy();
+
+    /// Gives the copy its final name; `file_exists` when the name is taken, and another one can be tried.
+    [[nodiscard]] std::error_code rename(const std::string& name);
+    /// Every entry that was copied, as it was when it was read.
+    const CopyLog& log() const { return log_; }
+
+  private:
+    StagedCopy(const OpenFolder& target, std::string name) : target_(target), name_(std::move(name)) {}
+    std::error_code discard();
+
+    const OpenFolder& target_;
+    std::string name_; ///< empty when nothing is left to discard
+    CopyLog log_;
+};
+
+} // namespace brimwick

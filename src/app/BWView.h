@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/BWModel.h"
+#include "app/KeyDispatcher.h"
+#include "app/StatusMenu.h"
+#include "feedback/UserNotifications.h"
+#include "model/RebuildObserver.h"
+#include "model/WorkspaceNotificationCenter.h"
+#include "picker/EntryIcons.h"
+#include "picker/PickerController.h"
+#include "platform/ports/Ports.h"
+
+namespace brimwick {
+
+/// The main controller: links the model with the windows and brings the interface up. Main thread only.
+class BWView : public RebuildObserver {
+  public:
+    /// Everything outlives the view.
+    BWView(BWModel& model, const Ports& ports, UserNotifications& notifications,
+           WorkspaceNotificationCenter& notificationCenter, const EntryIcons& icons, Resources resources);
+
+    /// Brings the interface up and asks for the first index. Later calls do nothing.
+    void initializeUserInterface();
+    bool preferencesUIHasBeenInitialized() const { return preferencesUIHasBeenInitialized_; }
+
+    PickerController& picker() { return picker_; }
+    StatusMenu& statusMenu() { return statusMenu_; }
+    KeyDispatcher& keyDispatcher() { return keyDispatcher_; }
+
+    void showRebuildIndexProgressIndicator() override;
+    void hideRebuildIndexProgressIndicator() override;
+    void animateIconUsingMethodWithToolTip(bool example, std::int64_t method,
+                                           const std::string& toolTip) override;
+    void sendUserNotification(const std::string& text) override { notifications_.sendUserNotification(text); }
+    void playDingSound() override { model_.sounds().playDingSound(); }
+    bool pickerWindowIsVisible() const override { return picker_.isVisible(); }
+    void search() override { picker_.search(); }
+    void enableWickWindow() override { picker_.enableWickWindow(); }
+    bool actionsEnabled() const override { return actionsEnabled_; }
+    void enableActions() override;
+
+  private:
+    void initializeNotificationCenter();
+
+    BWModel& model_;
+    UserNotifications& notifications_;
+    WorkspaceNotificationCenter& notificationCenter_;
+    Resources resources_;
+    PickerController picker_;
+    StatusMenu statusMenu_;
+    KeyDispatcher keyDispatcher_;
+    bool preferencesUIHasBeenInitialized_ = false;
+    bool actionsEnabled_ = false;
+};
+
+} // namespace brimwick

@@ -1,0 +1,89 @@
+#include "app/StatusMenu.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QMessageBox>
+
+#include <cstdio>
+
+namespace brimwick {
+
+StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack,
+                       std::function<void(Mode)> invoke)
+    : undoStack_(undoStack), redoStack_(redoStack), invoke_(std::move(invoke)),
+      MoveFilesMenuItem_(addItem("Move Files...", &StatusMenu::moveFilesMenuItemSelected)),
+      bwCopyFilesMenuItem_(addItem("Copy Files...", &StatusMenu::bwCopyFilesMenuItemSelected)),
+      OpenFolderMenuItem_(addItem("Open Folder...", &StatusMenu::openFolderMenuItemSelected)) {
+    statusMenu_.addSeparator();
+    undoMenuItem_ = addItem("Undo", &StatusMenu::undoMenuItemSelected);
+    redoMenuItem_ = addItem("Redo", &StatusMenu::redoMenuItemSelected);
+    statusMenu_.addSeparator();
+    aboutMenuItem_ = addItem("About Brimwick", &StatusMenu::aboutMenuItemSelected);
+    addItem("Quit Brimwick", &StatusMenu::quitMenuItemSelected);
+    for (QAction* item : {MoveFilesMenuItem_, bwCopyFilesMenuItem_, OpenFolderMenuItem_, aboutMenuItem_})
+        item->setEnabled(false);
+}
+
+QAction* StatusMenu::addItem(const char* title, void (StatusMenu::*handler)()) {
+    QAction* item = statusMenu_.addAction(title);
+    QObject::connect(item, &QAction::triggered, &statusMenu_, [this, handler] { (this->*handler)(); });
+    return item;
+}
+
+void StatusMenu::showStatusItem(const Resources& resources) {
+    statusItem_.setContextMenu(&statusMenu_);
+    if (const auto image = resources.pathForResource("MenuBarIcon", "png"))
+        statusItem_.setIcon(QIcon(QFile::decodeName(QByteArray::fromStdString(*image))));
+    statusItem_.setToolTip("Brimwick");
+    statusItem_.show();
+    if (!QSystemTrayIcon::isSystemTrayAvailable())
+        std::fputs("brimwick: no system tray on this desktop; the icon appears when there is one\n", stderr);
+}
+
+void StatusMenu::bindStacks() {
+    undoStack_.setMenuItem([this](bool enabled) { undoMenuItem_->setEnabled(enabled); });
+    redoStack_.setMenuItem([this](bool enabled) { redoMenuItem_->setEnabled(enabled); });
+    undoMenuItem_->setEnabled(false);
+    redoMenuItem_->setEnabled(false);
+}
+
+void StatusMenu::enableActions() {
+    for (QAction* item : {MoveFilesMenuItem_, OpenFolderMenuItem_, bwCopyFilesMenuItem_, aboutMenuItem_})
+        item->setEnabled(true);
+}
+
+bool StatusMenu::showMessage(const std::string& title, const std::string& text) {
+    if (!QSystemTrayIcon::isSystemTrayAvailable() || !statusItem_.isVisible()) return false;
+    statusItem_.showMessage(QString::fromStdString(title), QString::fromStdString(text), statusItem_.icon());
+    return true;
+}
+
+void StatusMenu::undoMenuItemSelected() {
+    const auto action = undoStack_.pop();
+    if (!action) return;
+    action->performActionInDirection(1);
+    redoStack_.push(action);
+}
+
+void StatusMenu::redoMenuItemSelected() {
+    const auto action = redoStack_.pop();
+    if (!action) return;
+    action->performActionInDirection(0);
+    undoStack_.push(action);
+}
+
+void StatusMenu::aboutMenuItemSelected() {
+    auto* about = new QMessageBox(
+        QMessageBox::NoIcon, "About Brimwick",
+        QString("<b>Brimwick %1</b><br>Files things away, fast.").arg(BRIMWICK_VERSION), QMessageBox::Close);
+    about->setIconPixmap(QApplication::windowIcon().pixmap(64));
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->show();
+}
+
+void StatusMenu::quitMenuItemSelected() {
+    QApplication::quit();
+}
+
+} // namespace brimwick

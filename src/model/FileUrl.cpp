@@ -1,0 +1,66 @@
+#include "model/FileUrl.h"
+
+#include "model/AsciiCase.h"
+#include "model/PathText.h"
+
+#include <charconv>
+
+namespace brimwick {
+
+namespace {
+
+constexpr std::string_view unreserved = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+constexpr std::string_view hexDigits = "0123456789ABCDEF";
+
+bool removePrefixIgnoringCase(std::string_view& text, std::string_view prefix) {
+    if (!isSameIgnoringAsciiCase(text.substr(0, prefix.size()), prefix)) return false;
+    text.remove_prefix(prefix.size());
+    return true;
+}
+
+std::optional<std::string> percentDecoded(std::string_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '%') {
+            bytes += text[i];
+            continue;
+        }
+        const std::string_view escape = text.substr(i + 1, 2);
+        unsigned char byte = 0;
+        const auto [end, error] = std::from_chars(escape.data(), escape.data() + escape.size(), byte, 16);
+        if (escape.size() != 2 || error != std::errc() || end != escape.data() + 2) return std::nullopt;
+        bytes += static_cast<char>(byte);
+        i += 2;
+    }
+    return bytes;
+}
+
+} // namespace
+
+std::string fileUrlWithPath(std::string_view path, bool isDirectory) {
+    std::string url = "file://";
+    for (const char character : path) {
+        if (character == '/' || unreserved.find(character) != std::string_view::npos) {
+            url += character;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(character);
+        url += '%';
+        url += hexDigits[byte >> 4];
+        url += hexDigits[byte & 15];
+    }
+    if (isDirectory && !url.ends_with('/')) url += '/';
+    return url;
+}
+
+std::optional<std::string> pathOfFileUrl(std::string_view url) {
+    if (!removePrefixIgnoringCase(url, "file://")) return std::nullopt;
+    removePrefixIgnoringCase(url, "localhost");
+    if (!url.starts_with('/') || url.find_first_of("?#") != std::string_view::npos) return std::nullopt;
+    const std::optional<std::string> path = percentDecoded(url);
+    if (!path || path->find('\0') != std::string::npos) return std::nullopt;
+    return std::string(withoutTrailingSlashes(*path));
+}
+
+} // namespace brimwick

@@ -1,0 +1,141 @@
+#include "model/IndexRebuilder.h"
+
+#include <exception>
+#include <iostream>
+
+namespace brimwick {
+namespace {
+
+constexpr std::int32_t lastChainedRecursionCount = 100;
+constexpr std::uint32_t eventFlagItemIsFolder = 0x20000;
+constexpr double secondsOfOneBurst = 4.0;
+
+/// In one piece, so that lines of several threads do not mix.
+void complain(const std::exception& error) {
+    std::cerr << std::string("brimwick: the folder index was not rebuilt: ") + error.what() + "\n";
+}
+
+} // namespace
+
+IndexRebuilder::IndexRebuilder(FolderIndexer& indexer, const PreferencesStore& preferences,
+                               MainLoop& mainLoop, RebuildObserver& observer, IndexBuilder buildIndex)
+    : indexer_(indexer), preferences_(preferences), mainLoop_(mainLoop), observer_(observer),
+      buildIndex_(std::move(buildIndex)), lastFSEventTime_(mainLoop.now()) {}
+
+void IndexRebuilder::rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger recursionCount,
+                                                                             RebuildReasonCode reason) {
+    needToRebuildIndexAgain_ = false;
+    reasonForRebuildingIndex_ = reason;
+    if (indexIsRebuilding_) return;
+    if (!indexedFoldersHaveChanged_ && indexHasBeenInitialized_) return;
+    indexIsRebuilding_ = true;
+    announceRebuild(reason);
+    startRebuildThread(recursionCount);
+}
+
+void IndexRebuilder::announceRebuild(RebuildReasonCode code) {
+    const RebuildReason* reason = rebuildReason(code);
+    if (reason == nullptr) {
+        observer_.hideRebuildIndexProgressIndicator();
+        return;
+    }
+    if (preferences_.boolPreferenceWithKey(reason->progressKey))
+        observer_.showRebuildIndexProgressIndicator();
+    if (preferences_.boolPreferenceWithKey(reason->animationKey))
+        observer_.animateIconUsingMethodWithToolTip(false, preferences_.animationStyle(), reason->toolTip);
+}
+
+void IndexRebuilder::startRebuildThread(BWInteger recursionCount) {
+    try {
+        walker_ = std::jthread(
+            [this, rootPaths = indexer_.indexedFolderPaths(), recursionCount](const std::stop_token& stop) {
+                rebuildIndexWithObject(rootPaths, recursionCount, stop);
+            });
+    } catch (const std::exception& error) {
+        complain(error);
+        handOver(nullptr, recursionCount);
+    }
+}
+
+void IndexRebuilder::rebuildIndexWithObject(const std::vector<std::string>& rootPaths,
+                                            BWInteger recursionCount, const std::stop_token& stop) {
+    std::shared_ptr<const FolderIndex> index;
+    try {
+        index = buildIndex_(
+            rootPaths, [this](std::string_view name) { scannedFolderName_.set(name); }, stop);
+    } catch (const std::exception& error) {
+        complain(error);
+    }
+    if (!stop.stop_requested()) handOver(std::move(index), recursionCount);
+}
+
+void IndexRebuilder::handOver(std::shared_ptr<const FolderIndex> index, BWInteger recursionCount) {
+    mainLoop_.post(
+        [this, presence = std::weak_ptr(presence_), index = std::move(index), recursionCount]() mutable {
+            if (presence.expired()) return;
+            if (index)
+                finishRebuild(std::move(index), recursionCount);
+            else
+                giveUpRebuild();
+        });
+}
+
+void IndexRebuilder::finishRebuild(std::shared_ptr<const FolderIndex> index, BWInteger recursionCount) {
+    indexedFoldersHaveChanged_ = false;
+    indexIsLocked_ = true;
+    indexer_.setIndex(std::move(index));
+    if (observer_.pickerWindowIsVisible()) observer_.search();
+    indexIsLocked_ = false;
+    observer_.hideRebuildIndexProgressIndicator();
+    indexIsRebuilding_ = false;
+    indexHasBeenInitialized_ = true;
+    reportEndOfRebuild();
+    if (needToRebuildIndexAgain_ && recursionCount.intValue() < lastChainedRecursionCount) {
+        indexedFoldersHaveChanged_ = true;
+        rebuildIndexOnSeparateThreadWithRecursionCountForReason(recursionCount.increment(),
+                                                                reasonForRebuildingIndex_);
+    }
+    if (!observer_.actionsEnabled()) observer_.enableActions();
+}
+
+void IndexRebuilder::reportEndOfRebuild() {
+    const RebuildReasonCode code = reasonForRebuildingIndex_;
+    const RebuildReason* reason = rebuildReason(code);
+    observer_.sendUserNotification(rebuildCompletionMessage(code));
+    if (reason != nullptr && preferences_.boolPreferenceWithKey(reason->soundKey)) observer_.playDingSound();
+    // Another reason may have taken the place of the first index's; the picker must open all the same.
+    if (code == rebuildReasonFirstIndex || !observer_.actionsEnabled()) observer_.enableWickWindow();
+}
+
+/// The old index stays, and the next request walks again; but nobody is locked out meanwhile.
+void IndexRebuilder::giveUpRebuild() {
+    indexedFoldersHaveChanged_ = true;
+    observer_.hideRebuildIndexProgressIndicator();
+    indexIsRebuilding_ = false;
+    if (observer_.actionsEnabled()) return;
+    observer_.enableWickWindow();
+    observer_.enableActions();
+}
+
+double IndexRebuilder::pushFSEventTime(Time time) {
+    nextToLastFSEventTime_ = lastFSEventTime_;
+    lastFSEventTime_ = time;
+    return std::chrono::duration<double>(lastFSEventTime_ - nextToLastFSEventTime_).count();
+}
+
+void IndexRebuilder::folderEventsArrived(const std::vector<std::uint32_t>& flags) {
+    const double secondsSincePreviousDelivery = pushFSEventTime(mainLoop_.now());
+    for (const std::uint32_t eventFlags : flags) {
+        if ((eventFlags & eventFlagItemIsFolder) == 0) continue;
+        observer_.sendUserNotification("Index will be rebuilt because an indexed folder changed.");
+        if (!indexIsRebuilding_) {
+            indexedFoldersHaveChanged_ = true;
+            rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger::initWithInt(0),
+                                                                    rebuildReasonSubfolderChanged);
+        } else if (secondsSincePreviousDelivery > secondsOfOneBurst) {
+            needToRebuildIndexAgain_ = true;
+        }
+    }
+}
+
+} // namespace brimwick

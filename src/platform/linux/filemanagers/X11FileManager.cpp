@@ -1,0 +1,151 @@
+#include "platform/linux/filemanagers/X11FileManager.h"
+
+#include "platform/linux/filemanagers/KnownFileManagers.h"
+#include "platform/linux/filemanagers/UriList.h"
+#include "platform/linux/x11/KeySynthesis.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace brimwick {
+
+namespace {
+
+std::string homeFolder() {
+    const passwd* user = getpwuid(getuid());
+    return user == nullptr ? std::string() : std::string(user->pw_dir);
+}
+
+} // namespace
+
+std::unique_ptr<X11FileManager> X11FileManager::create(OpenFolder openFolder,
+                                                       ClipboardKeeper::Snapshot snapshot) {
+    auto connection = XcbConnection::connect();
+    auto clipboard = ClipboardKeeper::start(std::move(snapshot));
+    if (!connection || !clipboard) return nullptr;
+    return std::make_unique<X11FileManager>(std::move(connection), std::move(clipboard),
+                                            std::move(openFolder));
+}
+
+X11FileManager::X11FileManager(std::unique_ptr<XcbConnection> connection,
+                               std::unique_ptr<ClipboardKeeper> clipboard, OpenFolder openFolder)
+    : clipboard_(std::move(clipboard)), openFolder_(std::move(openFolder)),
+      front_(std::move(connection), [this](const WindowTraits& window) { foreignActivated(window); }) {}
+
+Capability X11FileManager::capability() const {
+    if (!front_.canTell()) return {false, "The window manager does not say which window is in front."};
+    if (!KeySynthesis::isPossible(front_.connection()))
+        return {false, "The X server lets no program press keys, so the selection cannot be read."};
+    return {true, {}};
+}
+
+void X11FileManager::foreignActivated(const WindowTraits& window) {
+    if (fileManagerOf(window) != nullptr) {
+        lastFileManager_ = window.window;
+        opening_.reset();
+    } else {
+        // Focus that merely falls back to where the user was says nothing; any other window is the user's
+        // choice.
+        if (opening_ && opening_->from != window.window) opening_.reset();
+    }
+    lastFront_ = window.window;
+}
+
+std::optional<std::string> X11FileManager::frontmostProcessName() {
+    if (!front_.canTell()) return std::nullopt;
+    const auto window = front_.inFront();
+    if (opening_ || !window || fileManagerOf(*window) != nullptr) return finderProcessName;
+    return window->windowClass;
+}
+
+std::vector<WindowTarget> X11FileManager::windowTargets() {
+    front_.settle();
+    std::vector<WindowTarget> targets;
+    for (const WindowTraits& window : front_.stacking()) {
+        const bool counts = window.type == WindowType::normal && fileManagerOf(window) != nullptr;
+        if (counts && isShown(front_.connection(), window.window)) targets.push_back({window.window});
+    }
+    std::ranges::stable_partition(
+        targets, [this](const WindowTarget& target) { return target.window == lastFileManager_; });
+    return targets;
+}
+
+void X11FileManager::raise(const WindowTarget& target) {
+    bringForward(static_cast<xcb_window_t>(target.window));
+}
+
+void X11FileManager::activate() {
+    if (const auto window = fileManagerWindow()) bringForward(window->window);
+}
+
+void X11FileManager::bringForward(xcb_window_t window) {
+    front_.requestActivation(window);
+    lastFileManager_ = window;
+}
+
+/// The file manager's window that the user was in last, as far as it can be seen; else the topmost, else the
+/// desktop, which lies below all.
+std::optional<WindowTraits> X11FileManager::fileManagerWindow() {
+    front_.drain();
+    XcbConnection& connection = front_.connection();
+    if (lastFileManager_) {
+        const WindowTraits last = traitsOf(connection, *lastFileManager_);
+        if (fileManagerOf(last) != nullptr && isShown(connection, last.window)) return last;
+    }
+    for (const WindowTraits& window : front_.stacking())
+        if (fileManagerOf(window) != nullptr && isShown(connection, window.window)) return window;
+    return std::nullopt;
+}
+
+std::vector<std::string> X11FileManager::selection() {
+    const auto window = fileManagerWindow();
+    if (!window) return {};
+    bringForward(window->window);
+    front_.settle();
+    std::vector<std::string> urls;
+    if (front_.active() == window->window) urls = readSelection(*window);
+    if (urls.empty()) leaveDesktop();
+    beforeDesktop_.reset();
+    return urls;
+}
+
+std::vector<std::string> X11FileManager::readSelection(const WindowTraits& window) {
+    const auto copy = [asked = window.window](XcbConnection& connection) {
+        const FileManagerAdapter* adapter = fileManagerOf(traitsOf(connection, asked));
+        return adapter != nullptr && adapter->copySelection(connection, asked);
+    };
+    const auto list = clipboard_->readCopied(copy, "text/uri-list");
+    std::vector<std::string> urls;
+    if (!list) return urls;
+    const std::string home = homeFolder();
+    for (const std::string& url : parseUriList(*list))
+        if (auto item = usableItem(url, home)) urls.push_back(std::move(*item));
+    return urls;
+}
+
+void X11FileManager::selectDesktop() {
+    front_.settle();
+    const auto before = fileManagerWindow();
+    for (const WindowTraits& window : front_.stacking()) {
+        const bool counts = window.type == WindowType::desktop && fileManagerOf(window) != nullptr;
+        if (!counts || !isShown(front_.connection(), window.window)) continue;
+        if (before && before->type == WindowType::normal) beforeDesktop_ = before->window;
+        bringForward(window.window);
+        return;
+    }
+}
+
+/// A desktop that was tried in vain does not keep the focus of the window that the user was in.
+void X11FileManager::leaveDesktop() {
+    if (beforeDesktop_) bringForward(*beforeDesktop_);
+}
+
+void X11FileManager::openFolder(const std::string& fileUrl) {
+    front_.drain();
+    opening_ = OpeningFolder{lastFront_};
+    openFolder_(fileUrl);
+}
+
+} // namespace brimwick

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/linux/x11/HeldKeys.h"
+#include "platform/linux/x11/UserTimeFilter.h"
+#include "platform/ports/WindowSystem.h"
+
+namespace brimwick {
+
+/// Focus and held keys as the window managers of X11 want them asked for.
+class X11WindowSystem : public WindowSystem {
+  public:
+    /// To be made after the application object. Nothing when that is not on an X server. `userTime` must
+    /// outlive the result; it learns of the user's keys and clicks in our own windows.
+    static std::unique_ptr<X11WindowSystem> create(UserTime& userTime);
+
+    void prepareToShow(WindowNumber window) override;
+    void makeKeyAndOrderFront(WindowNumber window) override;
+    void withholdHeldKeys() override;
+
+  private:
+    X11WindowSystem(UserTime& userTime, xcb_connection_t* windowsConnection,
+                    std::unique_ptr<XcbConnection> connection);
+
+    UserTime& userTime_;
+    /// The connection that our windows live on: what is asked for a window keeps its place after the window's
+    /// own requests.
+    xcb_connection_t* windowsConnection_;
+    std::unique_ptr<XcbConnection> connection_;
+    UserTimeFilter userTimeFilter_;
+    HeldKeys heldKeys_;
+};
+
+} // namespace brimwick

@@ -1,0 +1,22 @@
+#pragma once
+
+namespace brimwick {
+
+class FileManager;
+class HotKeyService;
+class MainLoop;
+class NotificationService;
+class SoundPlayer;
+class WindowSystem;
+
+/// The desktop, as the program is handed it. Everything outlives the program.
+struct Ports {
+    HotKeyService& hotKeys;
+    FileManager& fileManager;
+    NotificationService& notifications;
+    SoundPlayer& sounds;
+    WindowSystem& windowSystem;
+    MainLoop& mainLoop;
+};
+
+} // namespace brimwick

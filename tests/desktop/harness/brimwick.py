@@ -1,0 +1,91 @@
+"""The program under test."""
+
+import os
+import shutil
+import signal
+from pathlib import Path
+
+from .waiting import wait_until
+
+WINDOW_CLASS = "org.brimwick.Brimwick"
+READY = "Index initialization complete."
+REPOSITORY = Path(__file__).resolve().parents[3]
+
+
+def installed_binary() -> Path:
+    """The installed program: BRIMWICK_BINARY, or that of the release build."""
+    return Path(os.environ.get("BRIMWICK_BINARY") or REPOSITORY / "build/release/install/bin/brimwick")
+
+
+class Brimwick:
+    """Starts the installed program on a desktop and asks for its windows."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+        self._process = None
+
+    def start(self, wait=True, environment=None):
+        """Starts it, and waits until its index is ready unless told otherwise; returns its process."""
+        settings = {"ASAN_OPTIONS": "verify_asan_link_order=0", **(environment or {})}
+        self._process = self._desktop.children.start("brimwick", [self._reachable_binary()], settings)
+        if wait:
+            wait_until(self._is_ready, lambda: f"the index is ready; stderr: {self._process.stderr()}", 20)
+        return self._process
+
+    def run(self, *arguments):
+        """Runs another brimwick with arguments to its end, as from a terminal."""
+        return self._desktop.children.run([self._reachable_binary(), *arguments])
+
+    @property
+    def process(self):
+        return self._process
+
+    def end(self):
+        """Asks it to end, if it still runs; returns the exit code, or None if it was never started."""
+        if self._process is None:
+            return None
+        if self._process.is_running():
+            self._process.send(signal.SIGTERM)
+        return self._process.wait(10)
+
+    def stray_lines(self, expected=()) -> list:
+        """What it wrote to stderr besides lines that contain one of the expected texts."""
+        lines = self._process.stderr().splitlines() if self._process else []
+        return [line for line in lines if line and not any(text in line for text in expected)]
+
+    def picker(self):
+        """The picker, if it can be seen."""
+        found = self._desktop.windows.matching(WINDOW_CLASS, "Brimwick")
+        return next((window for window in found if window.is_viewable()), None)
+
+    def wait_for_picker(self):
+        """Waits until the picker is there and has the focus."""
+        windows = self._desktop.windows
+        return wait_until(
+            lambda: (picker := self.picker()) and windows.active() == picker and picker,
+            lambda: f"the picker has the focus; active: {windows.active()}, all: {windows.all()}",
+        )
+
+    def wait_until_hidden(self):
+        wait_until(lambda: self.picker() is None, "the picker is hidden")
+
+    def _is_ready(self) -> bool:
+        if not self._process.is_running():
+            raise RuntimeError(f"brimwick ended at once: {self._process.stderr()}")
+        service = self._desktop.notifications
+        # Without a service the texts go to stderr.
+        return READY in service.texts() if service else READY in self._process.stderr()
+
+    def _reachable_binary(self) -> Path:
+        binary = installed_binary()
+        if not binary.exists():
+            raise RuntimeError(f"{binary} is missing: build and install first")
+        account = self._desktop.account
+        if account.reachable(binary):
+            return binary
+        # A checkout in a folder that only its owner may enter: the desktop's user gets a copy.
+        copy = account.base / "installed"
+        if not copy.exists():
+            shutil.copytree(binary.parent.parent, copy, symlinks=True)
+            account.give(copy)
+        return copy / "bin" / binary.name

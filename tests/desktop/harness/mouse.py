@@ -1,0 +1,42 @@
+"""Mouse events as a mouse makes them."""
+
+from Xlib import X
+from Xlib.ext import xtest
+
+LEFT, MIDDLE, RIGHT = 1, 2, 3
+
+
+class Mouse:
+    """Positions are pixels from the upper left corner of the screen."""
+
+    def __init__(self, display):
+        self._display = display
+
+    def move(self, x: int, y: int):
+        xtest.fake_input(self._display, X.MotionNotify, x=int(x), y=int(y))
+        self._display.sync()
+
+    def press(self, button: int = LEFT):
+        xtest.fake_input(self._display, X.ButtonPress, button)
+        self._display.sync()
+
+    def release(self, button: int = LEFT):
+        xtest.fake_input(self._display, X.ButtonRelease, button)
+        self._display.sync()
+
+    def click(self, x: int, y: int, button: int = LEFT):
+        self.move(x, y)
+        self.press(button)
+        self.release(button)
+
+    def double_click(self, x: int, y: int):
+        self.click(x, y)
+        self.click(x, y)
+
+    def drag(self, start, end, button: int = LEFT):
+        """Presses at one point and lets go at another, moving there in steps as a hand does."""
+        self.move(*start)
+        self.press(button)
+        for step in range(1, 11):
+            self.move(*(a + (b - a) * step // 10 for a, b in zip(start, end)))
+        self.release(button)

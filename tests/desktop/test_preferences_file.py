@@ -1,0 +1,71 @@
+"""The preferences file in whatever state it is found."""
+
+import plistlib
+
+import pytest
+
+from filing import Filing
+from harness.picker import MOVE, OPEN
+
+CORRUPT = [b"", b"not a list", b"<plist><dict><key>Hot", b"\0" * 4096, plistlib.dumps(["no", "dictionary"])]
+
+
+@pytest.mark.parametrize("content", CORRUPT, ids=["empty", "text", "cut off", "zeros", "wrong shape"])
+def test_a_corrupt_file_is_kept_aside_and_the_defaults_hold(desktop, content):
+    desktop.preferences.write_bytes(content)
+    desktop.brimwick.start()
+    kept = list(desktop.preferences.folder.glob("BrimwickPreferences.corrupt-*.plist"))
+    assert [path.read_bytes() for path in kept] == [content]
+    stored = desktop.preferences.read()
+    assert (stored["HotKeyCode"], stored["WickWindowHeight"], stored["IndexedFolders"]) == ("46", "572", [])
+    desktop.keyboard.chord("ctrl+super+o")
+    desktop.brimwick.wait_for_picker()
+
+
+def test_a_binary_file_is_read(desktop):
+    filing = Filing(desktop)
+    stored = desktop.preferences.read()
+    desktop.preferences.write_bytes(plistlib.dumps(stored, fmt=plistlib.FMT_BINARY))
+    desktop.brimwick.start()
+    filing.show_selected({"a.txt": b"a"})
+    filing.invoke(MOVE)
+    filing.choose("taxes")
+    filing.confirm()
+    filing.wait_for_action("Moved", ["a.txt"], filing.cabinet / "Taxes")
+
+
+def test_the_file_belongs_to_the_real_home_whatever_home_says(desktop):
+    (elsewhere,) = desktop.make_folder("elsewhere")
+    filing = Filing(desktop)
+    desktop.brimwick.start(environment={"HOME": str(elsewhere)})
+    filing.invoke(OPEN)
+    filing.choose("resume")
+    desktop.keyboard.tap("Escape")
+    desktop.brimwick.wait_until_hidden()
+    assert not (elsewhere / "Library").exists()
+    assert desktop.preferences.read()["WickWindowHeight"] == "572"
+
+
+def test_an_unwritable_folder_does_not_stop_the_job(desktop):
+    filing = Filing(desktop)
+    desktop.preferences.folder.chmod(0o500)
+    desktop.brimwick.start()
+    filing.show_selected({"a.txt": b"a"})
+    filing.invoke(MOVE)
+    filing.choose("taxes")
+    filing.confirm()
+    filing.wait_for_action("Moved", ["a.txt"], filing.cabinet / "Taxes")
+
+
+def test_indexed_folders_that_are_gone_or_are_files_are_passed_over(desktop):
+    filing = Filing(desktop)
+    desktop.make_files(desktop.home, {"a file": b""})
+    (locked,) = desktop.make_folder("locked")
+    locked.chmod(0)
+    desktop.preferences.write([desktop.home / "gone", desktop.home / "a file", locked, filing.cabinet])
+    desktop.brimwick.start()
+    filing.show_selected({"a.txt": b"a"})
+    filing.invoke(MOVE)
+    filing.choose("taxes")
+    filing.confirm()
+    filing.wait_for_action("Moved", ["a.txt"], filing.cabinet / "Taxes")

@@ -1,0 +1,85 @@
+"""The picker's size: of the whole window with its title bar, and the same after any number of openings."""
+
+import pytest
+
+from filing import Filing
+from harness import wait_until
+from harness.mouse import RIGHT
+from harness.picker import MOVE, OPEN
+
+# The Open layout is so much shorter.
+DIFFERENCE = 98
+
+
+@pytest.fixture
+def sized(desktop, request):
+    """Brimwick with a stored size."""
+    width, height = getattr(request, "param", (520, 572))
+    filing = Filing(desktop)
+    desktop.preferences.write([filing.cabinet], WickWindowWidth=str(width), WickWindowHeight=str(height))
+    desktop.brimwick.start()
+    filing.show_selected({"a.txt": b"a"})
+    return filing
+
+
+def test_twenty_openings_leave_the_size_alone_in_both_layouts(sized):
+    for opening in range(20):
+        for mode, height in ((MOVE, 572), (OPEN, 572 - DIFFERENCE)):
+            sized.invoke(mode)
+            _wait_for_frame(sized, 520, height)
+            _close(sized)
+            assert _stored(sized) == ("520", "572"), f"opening {opening} in {mode} mode"
+
+
+@pytest.mark.parametrize(
+    "sized, move, open_",
+    [((520, 500), 550, 422), ((520, 900), 900, 802), ((600, 700), 700, 602)],
+    indirect=["sized"],
+)
+def test_the_stored_height_is_laid_out_for_the_mode(sized, move, open_):
+    width = int(_stored(sized)[0])
+    for mode, height in ((MOVE, move), (OPEN, open_)):
+        sized.invoke(mode)
+        _wait_for_frame(sized, width, height)
+        _close(sized)
+
+
+@pytest.mark.parametrize("mode, more", [(MOVE, 0), (OPEN, DIFFERENCE)])
+def test_a_resized_window_is_stored_and_comes_back(sized, mode, more):
+    sized.invoke(mode)
+    before = sized.desktop.brimwick.picker().frame
+    x, y = sized.places(mode).lower_right_corner()
+    with sized.desktop.keyboard.holding("alt"):
+        sized.desktop.mouse.drag((x, y), (x + 80, y + 60), RIGHT)
+    _wait_for_frame(sized, before.width + 80, before.height + 60)
+    _close(sized)
+    assert _stored(sized) == (str(before.width + 80), str(before.height + 60 + more))
+    sized.invoke(mode)
+    _wait_for_frame(sized, before.width + 80, before.height + 60)
+
+
+def test_the_picker_is_centred_at_the_top_of_the_screen(sized):
+    sized.invoke(MOVE)
+    _wait_for_frame(sized, 520, 572)
+    frame = sized.desktop.brimwick.picker().frame
+    assert abs(frame.x + frame.width / 2 - 1280) <= 2
+    assert frame.y == 0
+
+
+def _wait_for_frame(sized, width, height):
+    def size():
+        frame = sized.desktop.brimwick.picker().frame
+        return frame.width, frame.height
+
+    wait_until(lambda: size() == (width, height), lambda: f"the frame is {width}x{height}; it is {size()}", 3)
+
+
+def _close(sized):
+    sized.desktop.keyboard.tap("Escape")
+    sized.desktop.brimwick.wait_until_hidden()
+    sized.wait_until_files_are_back_in_front()
+
+
+def _stored(sized):
+    stored = sized.desktop.preferences.read()
+    return stored["WickWindowWidth"], stored["WickWindowHeight"]

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/ports/WindowSystem.h"
+
+#include <string>
+#include <vector>
+
+namespace brimwick {
+
+/// Keeps what was asked of the desktop about our windows, in order.
+class FakeWindowSystem : public WindowSystem {
+  public:
+    void prepareToShow(WindowNumber /*window*/) override { calls.emplace_back("prepareToShow"); }
+    void makeKeyAndOrderFront(WindowNumber /*window*/) override {
+        calls.emplace_back("makeKeyAndOrderFront");
+    }
+    void withholdHeldKeys() override { calls.emplace_back("withholdHeldKeys"); }
+
+    std::vector<std::string> calls;
+};
+
+} // namespace brimwick

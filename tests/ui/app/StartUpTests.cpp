@@ -1,0 +1,110 @@
+#include "ui/support/ProgramTest.h"
+
+#include <QLabel>
+
+namespace brimwick {
+
+using StartUp = ProgramTest;
+
+TEST_F(StartUp, MakesTheSupportFolderBelowTheHome) {
+    startWithoutIndex();
+    EXPECT_TRUE(std::filesystem::is_directory(supportFolder()));
+    EXPECT_EQ(brimwick->model().appSupportRootPath(), supportFolder());
+    EXPECT_EQ(brimwick->model().downloadPath(), home / "Downloads");
+}
+
+TEST_F(StartUp, IsSilentAboutASupportFolderThatExists) {
+    std::filesystem::create_directories(supportFolder());
+    startWithoutIndex();
+    EXPECT_TRUE(brimwick->model().makeBrimwickFolder());
+    EXPECT_TRUE(notifications.delivered.empty());
+}
+
+TEST_F(StartUp, SaysThatTheSupportFolderCannotBeMadeAndGoesOn) {
+    home.makeFile("Library");
+    startWithoutIndex();
+    EXPECT_EQ(notifications.texts(),
+              (std::vector<std::string>{
+                  "ERROR: Could not create Brimwick folder in you Application Support folder."}));
+    EXPECT_TRUE(brimwick->view().preferencesUIHasBeenInitialized());
+}
+
+TEST_F(StartUp, InitializesTheInterfaceOnlyOnce) {
+    start();
+    const std::size_t closings = windowSystem.calls.size();
+    brimwick->view().initializeUserInterface();
+    EXPECT_EQ(windowSystem.calls.size(), closings);
+    EXPECT_FALSE(brimwick->model().indexRebuilder().indexIsRebuilding());
+}
+
+TEST_F(StartUp, OpensThePickerInTheStoredSizeAtItsOrigin) {
+    storePreferences({},
+                     {{"WickWindowWidth", {std::string("600")}}, {"WickWindowHeight", {std::string("700")}}});
+    startWithoutIndex();
+    EXPECT_EQ(picker().wickWindow().frameSize(), QSize(600, 700));
+    EXPECT_TRUE(picker().wickWindow().isInPhantomMode());
+}
+
+TEST_F(StartUp, KeepsThePickerHiddenUntilItIsInvoked) {
+    start();
+    EXPECT_FALSE(picker().isVisible());
+    EXPECT_EQ(picker().wickWindow().alpha(), 0.0);
+}
+
+TEST_F(StartUp, RegistersTheThreeHotKeysOfThePreferences) {
+    startWithoutIndex();
+    ASSERT_EQ(hotKeys.held->size(), 3U);
+    for (const auto& held : *hotKeys.held)
+        EXPECT_EQ(held.modifiers, HotKeyModifier::control | HotKeyModifier::command);
+    EXPECT_EQ(hotKeys.held->front().keyCode, 46);
+}
+
+TEST_F(StartUp, IndexesTheStoredFoldersAndSaysSo) {
+    home.makeFolder("root/sub");
+    storePreferences({home / "root"});
+    startWithoutIndex();
+    EXPECT_FALSE(brimwick->view().actionsEnabled());
+    ASSERT_TRUE(mainLoop.runNext());
+    EXPECT_TRUE(brimwick->view().actionsEnabled());
+    EXPECT_EQ(brimwick->model().folderIndexer().index()->size(), 2U);
+    EXPECT_EQ(notifications.texts(), (std::vector<std::string>{"Index initialization complete."}));
+}
+
+TEST_F(StartUp, StartsWithNoIndexedFoldersAtAll) {
+    start();
+    EXPECT_TRUE(brimwick->view().actionsEnabled());
+    EXPECT_TRUE(controls().searchField->isEnabled());
+    EXPECT_TRUE(controls().wickWindowCurtain->isHidden());
+}
+
+TEST_F(StartUp, PlaysTheLaunchSoundUnlessItIsSwitchedOff) {
+    startWithoutIndex();
+    EXPECT_EQ(sounds.played.size(), 1U);
+    brimwick.reset();
+    sounds.played.clear();
+    storePreferences({}, {{"NotificationSoundOnLaunch", {false}}});
+    startWithoutIndex();
+    EXPECT_TRUE(sounds.played.empty());
+}
+
+TEST_F(StartUp, KeepsTheIndexedFoldersOfAFileOverARun) {
+    home.makeFolder("root");
+    storePreferences({home / "root"});
+    start();
+    brimwick.reset();
+    const PropertyListDictionary stored = storedPreferences();
+    ASSERT_NE(stored.find("IndexedFolders"), nullptr);
+    EXPECT_EQ(*stored.find("IndexedFolders"),
+              (PropertyListValue{PropertyListArray{PropertyListValue{home / "root"}}}));
+}
+
+TEST_F(StartUp, QuitsWhileTheFirstIndexIsBeingBuilt) {
+    home.makeFolder("root");
+    storePreferences({home / "root"});
+    startWithoutIndex();
+    brimwick.reset();
+    SUCCEED() << "no task of the ended program is run";
+    while (mainLoop.hasTasks()) mainLoop.runNext();
+}
+
+} // namespace brimwick
