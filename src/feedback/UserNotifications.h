@@ -10,9 +10,11 @@ namespace brimwick {
 /// The one channel for texts to the user that need no answer. Main thread only.
 class UserNotifications {
   public:
-    UserNotifications(NotificationService& service, const MainLoop& clock) : service_(service), clock_(clock) {}
+    UserNotifications(NotificationService& service, const MainLoop& clock)
+        : service_(service), clock_(clock) {}
 
-    /// Delivers one notification titled "Brimwick": the local time as "h:mm:ss a", then the text as it stands.
+    /// Delivers one notification titled "Brimwick": the local time as "h:mm:ss a", then the text as it
+    /// stands.
     void sendUserNotification(const std::string& text);
 
   private:

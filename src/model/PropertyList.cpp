@@ -4,6 +4,13 @@
 
 namespace brimwick {
 
+PropertyListDictionary::PropertyListDictionary() = default;
+PropertyListDictionary::PropertyListDictionary(const PropertyListDictionary&) = default;
+PropertyListDictionary::PropertyListDictionary(PropertyListDictionary&&) noexcept = default;
+PropertyListDictionary& PropertyListDictionary::operator=(const PropertyListDictionary&) = default;
+PropertyListDictionary& PropertyListDictionary::operator=(PropertyListDictionary&&) noexcept = default;
+PropertyListDictionary::~PropertyListDictionary() = default;
+
 PropertyListDictionary::PropertyListDictionary(std::vector<Entry> entries) : entries_(std::move(entries)) {}
 
 const PropertyListValue* PropertyListDictionary::find(std::string_view key) const {

@@ -17,7 +17,13 @@ class PropertyListDictionary {
   public:
     using Entry = std::pair<std::string, PropertyListValue>;
 
-    PropertyListDictionary() = default;
+    // Defined where a value is complete: a pair of it cannot be made or destroyed before.
+    PropertyListDictionary();
+    PropertyListDictionary(const PropertyListDictionary&);
+    PropertyListDictionary(PropertyListDictionary&&) noexcept;
+    PropertyListDictionary& operator=(const PropertyListDictionary&);
+    PropertyListDictionary& operator=(PropertyListDictionary&&) noexcept;
+    ~PropertyListDictionary();
     /// No two entries may have the same key.
     explicit PropertyListDictionary(std::vector<Entry> entries);
 

@@ -23,8 +23,8 @@ class FileManager {
     virtual ~FileManager() = default;
 
     virtual Capability capability() const = 0;
-    /// The process in front when the request was made, this program left out of account: "Finder" for every file
-    /// manager and for a desktop with nothing in front. Empty where the question cannot be asked.
+    /// The process in front when the request was made, this program left out of account: "Finder" for every
+    /// file manager and for a desktop with nothing in front. Empty where the question cannot be asked.
     virtual std::optional<std::string> frontmostProcessName() = 0;
     /// The file manager's windows, the front one first; the desktop is not among them.
     virtual std::vector<WindowTarget> windowTargets() = 0;

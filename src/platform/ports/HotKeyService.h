@@ -46,8 +46,8 @@ class HotKeyService {
     virtual ~HotKeyService() = default;
 
     virtual Capability capability() const = 0;
-    /// Takes the virtual key code with exactly these `HotKeyModifier` bits, whatever locks are on. One grab per
-    /// combination: a second is refused. The grab must not outlive the service.
+    /// Takes the virtual key code with exactly these `HotKeyModifier` bits, whatever locks are on. One grab
+    /// per combination: a second is refused. The grab must not outlive the service.
     virtual HotKeyGrant grab(std::uint16_t keyCode, std::uint32_t modifiers, std::uint32_t identifier) = 0;
     /// Called on the main thread once per press, when the key goes up, auto-repeat or not.
     virtual void setReleaseHandler(std::function<void(const HotKeyRelease&)> handler) = 0;

@@ -16,8 +16,8 @@ struct DesktopNotification {
 class NotificationService {
   public:
     virtual ~NotificationService() = default;
-    /// Delivers one notification, in the order of the calls. Nothing is replaced and nothing dropped: without a
-    /// notification service the text goes to stderr.
+    /// Delivers one notification, in the order of the calls. Nothing is replaced and nothing dropped: without
+    /// a notification service the text goes to stderr.
     virtual void deliver(const DesktopNotification& notification) = 0;
 };
 
