@@ -17,6 +17,8 @@ class BWApplication : public QApplication {
 
     /// The home folder of the real user, whatever HOME says.
     static std::string realHomeDirectory();
+    /// Ends the program. Unlike quit() it asks no window first: ours answer every close by hiding.
+    static void terminate() { exit(0); }
     /// Not owned; null while there is none.
     void setKeyDispatcher(KeyDispatcher* dispatcher) { dispatcher_ = dispatcher; }
 

@@ -1,5 +1,7 @@
 #include "app/StatusMenu.h"
 
+#include "app/BWApplication.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QFile>

@@ -38,7 +38,7 @@ int run(int argc, char** argv) {
         brimwick.view().statusMenu().showMessage(notification.summary, notification.body);
     });
     application.setKeyDispatcher(&brimwick.view().keyDispatcher());
-    const QuitSignals quitSignals([] { QApplication::quit(); });
+    const QuitSignals quitSignals(BWApplication::terminate);
     const int result = BWApplication::exec();
     application.setKeyDispatcher(nullptr);
     platform.setNotificationFallback(nullptr);

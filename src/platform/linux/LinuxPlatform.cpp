@@ -14,9 +14,13 @@
 namespace brimwick {
 
 struct LinuxPlatform::Services {
-    DBusNotificationService notifications;
+    std::function<void(const DesktopNotification&)> notificationFallback;
+    DBusNotificationService notifications{QDBusConnection::sessionBus(),
+                                          [this](const DesktopNotification& notification) {
+                                              if (notificationFallback) notificationFallback(notification);
+                                          }};
     SilentSoundPlayer sounds;
-    FolderOpener folderOpener;
+    FolderOpener folderOpener{QDBusConnection::sessionBus()};
     UserTime userTime;
     std::unique_ptr<HotKeyService> hotKeys;
     std::unique_ptr<FileManager> fileManager;
@@ -61,7 +65,7 @@ Ports LinuxPlatform::ports() {
 }
 
 void LinuxPlatform::setNotificationFallback(std::function<void(const DesktopNotification&)> fallback) {
-    services_->notifications.setFallback(std::move(fallback));
+    services_->notificationFallback = std::move(fallback);
 }
 
 } // namespace brimwick

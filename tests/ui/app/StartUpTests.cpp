@@ -1,6 +1,7 @@
 #include "ui/support/ProgramTest.h"
 
 #include <QLabel>
+#include <QTimer>
 
 namespace brimwick {
 
@@ -98,13 +99,27 @@ TEST_F(StartUp, KeepsTheIndexedFoldersOfAFileOverARun) {
               (PropertyListValue{PropertyListArray{PropertyListValue{home / "root"}}}));
 }
 
-TEST_F(StartUp, QuitsWhileTheFirstIndexIsBeingBuilt) {
+TEST_F(StartUp, DropsTheFirstIndexWhenTheProgramEndsBefore) {
     home.makeFolder("root");
     storePreferences({home / "root"});
     startWithoutIndex();
     brimwick.reset();
-    SUCCEED() << "no task of the ended program is run";
     while (mainLoop.hasTasks()) mainLoop.runNext();
+    EXPECT_TRUE(notifications.delivered.empty());
+}
+
+TEST_F(StartUp, EndsWhileThePickerShows) {
+    start();
+    invoke(BWModeOpen);
+    mainLoop.post([this] { brimwick->view().statusMenu().quitMenuItemSelected(); });
+    QTimer::singleShot(0, [this] { mainLoop.runNext(); });
+    bool ended = true;
+    QTimer::singleShot(std::chrono::seconds(5), [&ended] {
+        ended = false;
+        QCoreApplication::exit(1);
+    });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(ended);
 }
 
 } // namespace brimwick

@@ -61,7 +61,7 @@ TEST_F(Invocation, ListsTheSelectedFilesInTheFileManagersOrder) {
     EXPECT_EQ(picker().finderSelectedFiles()[0].name(), "b.txt");
     EXPECT_EQ(picker().finderSelectedFiles()[1].path(), home / "a\nline.txt");
     EXPECT_TRUE(controls().selectedFilesTableView->isVisible());
-    EXPECT_EQ(controls().selectedFilesTableView->model()->index(1, 0).data().toString(), "a␊line.txt");
+    EXPECT_EQ(controls().selectedFilesTableView->model()->index(1, 0).data().toString(), "a↵line.txt");
 }
 
 TEST_F(Invocation, TakesTheDesktopsSelectionWhenTheWindowHasNone) {
