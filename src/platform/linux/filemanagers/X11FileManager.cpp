@@ -3,11 +3,13 @@
 #include "platform/linux/filemanagers/KnownFileManagers.h"
 #include "platform/linux/filemanagers/UriList.h"
 #include "platform/linux/x11/KeySynthesis.h"
+#include "platform/linux/x11/KeyboardFocus.h"
 
 #include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <thread>
 
 namespace brimwick {
 
@@ -105,7 +107,7 @@ std::vector<std::string> X11FileManager::selection() {
     bringForward(window->window);
     front_.settle();
     std::vector<std::string> urls;
-    if (front_.active() == window->window) urls = readSelection(*window);
+    if (hasKeyboardFocus(front_.connection(), window->window)) urls = readSelection(*window);
     if (urls.empty()) leaveDesktop();
     beforeDesktop_.reset();
     return urls;
@@ -116,7 +118,13 @@ std::vector<std::string> X11FileManager::readSelection(const WindowTraits& windo
         const FileManagerAdapter* adapter = fileManagerOf(traitsOf(connection, asked));
         return adapter != nullptr && adapter->copySelection(connection, asked);
     };
-    const auto list = clipboard_->readCopied(copy, "text/uri-list");
+    auto list = clipboard_->readCopied({window.window, copy}, "text/uri-list");
+    const FileManagerAdapter* adapter = fileManagerOf(window);
+    if (!list && list.error() == CopyFailure::otherKind && adapter != nullptr &&
+        adapter->selectionDelay > adapter->selectionDelay.zero()) {
+        std::this_thread::sleep_for(adapter->selectionDelay);
+        list = clipboard_->readCopied({window.window, copy}, "text/uri-list");
+    }
     std::vector<std::string> urls;
     if (!list) return urls;
     const std::string home = homeFolder();
