@@ -5,11 +5,19 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
+#include <chrono>
 
 namespace brimwick {
+
+namespace {
+
+constexpr std::chrono::milliseconds settlingTime{1000};
+
+} // namespace
 
 BWWickWindow::BWWickWindow(WorkspaceNotificationCenter& notifications, WindowSystem& windowSystem)
     : QWidget(nullptr,
@@ -22,16 +30,19 @@ BWWickWindow::BWWickWindow(WorkspaceNotificationCenter& notifications, WindowSys
 void BWWickWindow::setPhantomMode(bool phantomMode) {
     phantomMode_ = phantomMode;
     if (phantomMode) {
-        requestedFrame_ = frameSize();
-        contentOfRequest_ = size();
         windowSystem_.withholdHeldKeys();
         hide();
         notifications_.postNotification("BWWickWindowClosed", this);
         return;
     }
+    learnMargins();
     placeOnScreen();
     windowSystem_.prepareToShow(winId());
     show();
+    makeKeyAndOrderFront();
+}
+
+void BWWickWindow::makeKeyAndOrderFront() {
     raise();
     windowSystem_.makeKeyAndOrderFront(winId());
 }
@@ -55,7 +66,7 @@ QSize BWWickWindow::marginsSize() const {
 }
 
 QSize BWWickWindow::frameSize() const {
-    return size() == contentOfRequest_ ? requestedFrame_ : size() + marginsSize();
+    return contentOfUser_ ? *contentOfUser_ + marginsSize() : requestedFrame_;
 }
 
 void BWWickWindow::setFrameSize(QSize size) {
@@ -69,17 +80,34 @@ void BWWickWindow::setMinimumFrameSize(QSize size) {
 }
 
 void BWWickWindow::applyFrameSize() {
-    setMinimumSize((minimumFrame_ - marginsSize()).expandedTo({0, 0}));
-    const QSize content = (requestedFrame_ - marginsSize()).expandedTo(minimumSize());
-    contentOfRequest_ = content;
-    resize(content);
+    setMinimumFrameSize(minimumFrame_);
+    contentOfUser_.reset();
+    contentOfRequest_ = (requestedFrame_ - marginsSize()).expandedTo(minimumSize());
+    requestIsSettled_ = !isVisible();
+    // A desktop that never follows exactly has had its time by then.
+    if (!requestIsSettled_) QTimer::singleShot(settlingTime, this, [this] { requestIsSettled_ = true; });
+    resize(contentOfRequest_);
+}
+
+void BWWickWindow::learnMargins() {
+    if (!margins_.isNull()) return;
+    const auto margins = windowSystem_.frameMargins(winId());
+    if (!margins) return;
+    const auto points = [this](int pixels) { return qRound(pixels / devicePixelRatioF()); };
+    adoptMargins(
+        {points(margins->left), points(margins->top), points(margins->right), points(margins->bottom)});
 }
 
 void BWWickWindow::noticeMargins() {
     if (windowHandle() == nullptr || !isVisible()) return;
     const QMargins margins = windowHandle()->frameMargins();
+    // None at all means that they are not known again yet.
+    if (!margins.isNull()) adoptMargins(margins);
+}
+
+void BWWickWindow::adoptMargins(const QMargins& margins) {
     if (margins == margins_) return;
-    requestedFrame_ = size() == contentOfRequest_ ? requestedFrame_ : size() + marginsSize();
+    requestedFrame_ = frameSize();
     margins_ = margins;
     applyFrameSize();
 }
@@ -109,6 +137,14 @@ void BWWickWindow::closeEvent(QCloseEvent* event) {
 
 void BWWickWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    if (event->spontaneous()) {
+        if (size() == contentOfRequest_) {
+            requestIsSettled_ = true;
+            contentOfUser_.reset();
+        } else if (requestIsSettled_) {
+            contentOfUser_ = size();
+        }
+    }
     if (layout_) layout_();
 }
 

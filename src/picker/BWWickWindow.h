@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
 namespace brimwick {
 
@@ -20,6 +21,8 @@ class BWWickWindow : public QWidget {
     /// "BWWickWindowClosed" with the window as object. Off: centred, shown, made key and brought to the
     /// front.
     void setPhantomMode(bool phantomMode);
+    /// Gives the shown window the keyboard focus, in front of all others.
+    void makeKeyAndOrderFront();
     double alpha() const { return phantomMode_ ? 0.0 : 1.0; }
 
     /// The size of the frame as last asked for, or as the user has made it since.
@@ -44,7 +47,9 @@ class BWWickWindow : public QWidget {
   private:
     void placeOnScreen();
     void applyFrameSize();
+    void learnMargins();
     void noticeMargins();
+    void adoptMargins(const QMargins& margins);
     QSize marginsSize() const;
 
     WorkspaceNotificationCenter& notifications_;
@@ -55,9 +60,13 @@ class BWWickWindow : public QWidget {
     double frameY_ = 0;
     QSize requestedFrame_;
     QSize minimumFrame_;
-    /// The content that `requestedFrame_` came to; another one means that the user has resized the window.
+    /// The content that `requestedFrame_` comes to with the margins of the frame.
     QSize contentOfRequest_;
     QMargins margins_;
+    /// What the user has made of the content since; nothing while the request stands.
+    std::optional<QSize> contentOfUser_;
+    /// Whether the desktop has followed the request, so that another size is the user's.
+    bool requestIsSettled_ = true;
 };
 
 } // namespace brimwick

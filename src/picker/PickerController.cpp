@@ -23,6 +23,7 @@ PickerController::PickerController(PickerSurroundings surroundings)
     wickWindow_.setLayoutHandler([this] { controls_.layOut(mode_); });
     wickWindow_.setDidResignKeyHandler([this] { controls_.selectedFilesTableView->setVisible(false); });
     surroundings_.folderSearch.setPresenter(*this);
+    surroundings_.fileManager.setFolderShownHandler([this] { folderWasShown(); });
     connectControls();
 }
 
@@ -90,6 +91,14 @@ void PickerController::moveCopyOrOpen(bool showInFinder) {
     const std::vector<BWSelectedFileOrFolder> files = finderSelectedFiles_;
     invokeBrimwickWithModeWithFinderSelectedFolders(mode_, &files);
     selectSearchResultsRow(row);
+    returnsOverFolder_ = true;
+}
+
+void PickerController::folderWasShown() {
+    if (!returnsOverFolder_ || !isVisible()) return;
+    returnsOverFolder_ = false;
+    wickWindow_.makeKeyAndOrderFront();
+    if (mode_ != BWModeOpen) controls_.selectedFilesTableView->setVisible(true);
 }
 
 void PickerController::performAction(const BWSelectedFileOrFolder& targetFolder) {

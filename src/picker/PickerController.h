@@ -104,6 +104,7 @@ class PickerController : public SearchPresenter {
     void performAction(const BWSelectedFileOrFolder& targetFolder);
     void showPrompt(bool visible);
     void openFolder(const BWSelectedFileOrFolder& folder);
+    void folderWasShown();
 
     PickerSurroundings surroundings_;
     Mode mode_ = BWModeMove;
@@ -112,6 +113,8 @@ class PickerController : public SearchPresenter {
     PickerControls controls_;
     SearchResultsModel searchResultsModel_;
     SelectedFilesModel selectedFilesModel_;
+    /// A folder is being shown over which the picker is to appear again.
+    bool returnsOverFolder_ = false;
 };
 
 } // namespace brimwick

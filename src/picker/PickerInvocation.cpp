@@ -1,8 +1,7 @@
 // How the picker is opened: the mode, the layout, the items, the window.
 
-#include "model/FileUrl.h"
-#include "model/PathText.h"
 #include "picker/BWWickTableView.h"
+#include "picker/FinderSelection.h"
 #include "picker/PickerController.h"
 #include "picker/PickerGeometry.h"
 
@@ -36,6 +35,7 @@ void PickerController::invokeBrimwickWithModeWithFinderSelectedFolders(
     Mode mode, const std::vector<BWSelectedFileOrFolder>* finderSelectedFolders) {
     if (!wickWindow_.isInPhantomMode()) wickWindowCloseButtonWasPressed();
     mode_ = mode;
+    returnsOverFolder_ = false;
     // The list handed in may be our own.
     const std::vector<BWSelectedFileOrFolder> handedIn =
         finderSelectedFolders != nullptr ? *finderSelectedFolders : std::vector<BWSelectedFileOrFolder>();
@@ -85,24 +85,15 @@ bool PickerController::takeFinderSelection() {
     const std::vector<WindowTarget> targets = fileManager.windowTargets();
     if (!targets.empty()) fileManager.raise(targets.front());
     activateFinder();
-    std::vector<std::string> urls = fileManager.selection();
-    if (urls.empty()) {
+    const std::string& home = surroundings_.realHomeDirectory;
+    finderSelectedFiles_ = finderSelection(fileManager.selection(), home);
+    if (finderSelectedFiles_.empty()) {
         fileManager.selectDesktop();
-        urls = fileManager.selection();
+        finderSelectedFiles_ = finderSelection(fileManager.selection(), home);
     }
-    if (urls.empty()) {
+    if (finderSelectedFiles_.empty()) {
         refuse("No files selected in Finder. Please select files before invoking the Move command.");
         return false;
-    }
-    for (const std::string& url : urls) {
-        const std::optional<std::string> path = pathOfFileUrl(url);
-        if (!path) continue;
-        BWSelectedFileOrFolder file;
-        file.setName(lastPathComponent(*path));
-        file.setPath(*path);
-        file.setIcon(Icon{Icon::Source::File, *path});
-        file.setUrl(url);
-        finderSelectedFiles_.push_back(file);
     }
     return true;
 }

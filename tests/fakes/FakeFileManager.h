@@ -30,6 +30,9 @@ class FakeFileManager : public FileManager {
     }
     void openFolder(const std::string& fileUrl) override { opened.push_back(fileUrl); }
 
+    void setFolderShownHandler(std::function<void()> handler) override { folderShown = std::move(handler); }
+
+    std::function<void()> folderShown;
     std::optional<std::string> frontmost = finderProcessName;
     std::vector<WindowTarget> targets;
     std::vector<std::string> windowSelection;

@@ -3,6 +3,7 @@
 #include "platform/ports/Capability.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,13 +33,15 @@ class FileManager {
     virtual void raise(const WindowTarget& target) = 0;
     /// Gives the file manager that was last in front the keyboard focus again.
     virtual void activate() = 0;
-    /// The selected items of the window in front, as file URLs, in the file manager's order. The user's
-    /// clipboard is as it was when this returns.
+    /// The selected items of the window in front, as URLs, in the file manager's order; not all need be
+    /// files. The user's clipboard is as it was when this returns.
     virtual std::vector<std::string> selection() = 0;
     /// Makes the icons on the desktop what `selection` reads next; does nothing where there are none.
     virtual void selectDesktop() = 0;
     /// Shows a folder in the file manager. Returns at once; a failure goes to stderr.
     virtual void openFolder(const std::string& fileUrl) = 0;
+    /// Called when a folder that was opened has come to the front, and with it has taken the keyboard focus.
+    virtual void setFolderShownHandler(std::function<void()> handler) = 0;
 };
 
 } // namespace brimwick

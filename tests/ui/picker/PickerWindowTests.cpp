@@ -4,6 +4,7 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QPushButton>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 
@@ -72,6 +73,29 @@ TEST_F(PickerWindow, ShowsTheChosenFolderAndKeepsTheFilesInMoveMode) {
     EXPECT_EQ(picker().finderSelectedFiles().size(), 2U);
     EXPECT_TRUE(TemporaryFolder::exists(home / "a.txt"));
     EXPECT_TRUE(controls().selectedFilesTableView->isVisible());
+}
+
+TEST_F(PickerWindow, ComesBackOverAFolderThatItShowed) {
+    selectFile("a.txt");
+    invoke(BWModeMove);
+    type("zoo");
+    picker().wickWindowShowInFinderButtonWasPressed();
+    controls().selectedFilesTableView->setVisible(false);
+    windowSystem.calls.clear();
+    fileManager.folderShown();
+    EXPECT_THAT(windowSystem.calls, testing::ElementsAre("makeKeyAndOrderFront"));
+    EXPECT_TRUE(controls().selectedFilesTableView->isVisible());
+    fileManager.folderShown();
+    EXPECT_EQ(windowSystem.calls.size(), 1U) << "the user's own choice of window stands";
+}
+
+TEST_F(PickerWindow, LeavesTheFolderInFrontThatItOpenedInOpenMode) {
+    invoke(BWModeOpen);
+    type("zoo");
+    picker().wickWindowMoveButtonWasPressed();
+    windowSystem.calls.clear();
+    fileManager.folderShown();
+    EXPECT_TRUE(windowSystem.calls.empty());
 }
 
 TEST_F(PickerWindow, MovesTheFilesHidesAndRecordsTheAction) {
@@ -198,11 +222,14 @@ TEST_F(PickerWindow, KeepsItsSizeOverManyOpenAndCloseCycles) {
 }
 
 TEST_F(PickerWindow, StoresTheSizeThatTheUserGaveIt) {
+    // The frame of the offscreen desktop: a window that knows it beforehand is never resized once shown.
+    windowSystem.margins = FrameMargins{2, 2, 2, 2};
     selectFile("a.txt");
     invoke(BWModeMove);
     QApplication::processEvents();
     const QSize frame = picker().wickWindow().frameSize();
-    picker().wickWindow().resize(picker().wickWindow().size() + QSize(40, 60));
+    picker().wickWindow().windowHandle()->resize(picker().wickWindow().size() + QSize(40, 60));
+    QApplication::processEvents();
     picker().wickWindowCloseButtonWasPressed();
     EXPECT_EQ(*storedPreferences().find("WickWindowWidth"),
               PropertyListValue{std::to_string(frame.width() + 40)});

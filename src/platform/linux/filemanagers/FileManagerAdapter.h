@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/WindowTraits.h"
 
+#include <chrono>
 #include <string_view>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct FileManagerAdapter {
     /// Makes the window copy its selection to the clipboard. False when it was not asked to. Runs on the
     /// clipboard keeper's thread and connection.
     bool (*copySelection)(XcbConnection& connection, xcb_window_t window) = nullptr;
+    /// For this long after the user changed the selection the program may copy something else in its place.
+    std::chrono::milliseconds selectionDelay{0};
 
     bool owns(const WindowTraits& window) const;
 };

@@ -9,6 +9,9 @@ FileManagerAdapter pcmanfmQt() {
         .windowClasses = {"pcmanfm-qt"},
         .desktopClasses = {"pcmanfm-qt"},
         .copySelection = KeySynthesis::pressCopy,
+        // Its own Copy is enabled 200 ms after the selection came about; before, the view copies a name as
+        // text.
+        .selectionDelay = std::chrono::milliseconds(250),
     };
 }
 

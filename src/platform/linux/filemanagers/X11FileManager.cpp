@@ -3,20 +3,20 @@
 #include "platform/linux/filemanagers/KnownFileManagers.h"
 #include "platform/linux/filemanagers/UriList.h"
 #include "platform/linux/x11/KeySynthesis.h"
+#include "platform/linux/x11/KeyboardFocus.h"
 
 #include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <thread>
 
 namespace brimwick {
 
 namespace {
 
-std::string homeFolder() {
-    const passwd* user = getpwuid(getuid());
-    return user == nullptr ? std::string() : std::string(user->pw_dir);
-}
+/// A file manager that has to start first takes its time.
+constexpr std::chrono::milliseconds openingTime{10'000};
 
 } // namespace
 
@@ -44,7 +44,11 @@ Capability X11FileManager::capability() const {
 void X11FileManager::foreignActivated(const WindowTraits& window) {
     if (fileManagerOf(window) != nullptr) {
         lastFileManager_ = window.window;
-        opening_.reset();
+        if (opening_ && opening_->known != window.window) {
+            const bool ours = std::chrono::steady_clock::now() < opening_->until;
+            opening_.reset();
+            if (ours && folderShown_) folderShown_();
+        }
     } else {
         // Focus that merely falls back to where the user was says nothing; any other window is the user's
         // choice.
@@ -105,7 +109,7 @@ std::vector<std::string> X11FileManager::selection() {
     bringForward(window->window);
     front_.settle();
     std::vector<std::string> urls;
-    if (front_.active() == window->window) urls = readSelection(*window);
+    if (hasKeyboardFocus(front_.connection(), window->window)) urls = readSelection(*window);
     if (urls.empty()) leaveDesktop();
     beforeDesktop_.reset();
     return urls;
@@ -116,13 +120,14 @@ std::vector<std::string> X11FileManager::readSelection(const WindowTraits& windo
         const FileManagerAdapter* adapter = fileManagerOf(traitsOf(connection, asked));
         return adapter != nullptr && adapter->copySelection(connection, asked);
     };
-    const auto list = clipboard_->readCopied(copy, "text/uri-list");
-    std::vector<std::string> urls;
-    if (!list) return urls;
-    const std::string home = homeFolder();
-    for (const std::string& url : parseUriList(*list))
-        if (auto item = usableItem(url, home)) urls.push_back(std::move(*item));
-    return urls;
+    auto list = clipboard_->readCopied({window.window, copy}, "text/uri-list");
+    const FileManagerAdapter* adapter = fileManagerOf(window);
+    if (!list && list.error() == CopyFailure::otherKind && adapter != nullptr &&
+        adapter->selectionDelay > adapter->selectionDelay.zero()) {
+        std::this_thread::sleep_for(adapter->selectionDelay);
+        list = clipboard_->readCopied({window.window, copy}, "text/uri-list");
+    }
+    return list ? parseUriList(*list) : std::vector<std::string>();
 }
 
 void X11FileManager::selectDesktop() {
@@ -144,7 +149,7 @@ void X11FileManager::leaveDesktop() {
 
 void X11FileManager::openFolder(const std::string& fileUrl) {
     front_.drain();
-    opening_ = OpeningFolder{lastFront_};
+    opening_ = OpeningFolder{lastFront_, lastFileManager_, in(openingTime)};
     openFolder_(fileUrl);
 }
 

@@ -34,12 +34,17 @@ class X11FileManager : public FileManager {
     std::vector<std::string> selection() override;
     void selectDesktop() override;
     void openFolder(const std::string& fileUrl) override;
+    void setFolderShownHandler(std::function<void()> handler) override { folderShown_ = std::move(handler); }
 
   private:
     /// A folder was asked for, and its window is not in front yet.
     struct OpeningFolder {
         /// The window that the user was in.
         std::optional<xcb_window_t> from;
+        /// The file manager's window that was there already.
+        std::optional<xcb_window_t> known;
+        /// Later, a window that comes to the front is the user's doing.
+        Deadline until;
     };
 
     void foreignActivated(const WindowTraits& window);
@@ -57,6 +62,7 @@ class X11FileManager : public FileManager {
     /// The window of any other program that was active last, file managers included.
     std::optional<xcb_window_t> lastFront_;
     std::optional<OpeningFolder> opening_;
+    std::function<void()> folderShown_;
     /// Asking it takes round trips, which change nothing for the caller.
     mutable FrontWindow front_;
 };

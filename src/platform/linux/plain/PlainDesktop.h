@@ -33,6 +33,7 @@ class PlainFileManager : public FileManager {
     std::vector<std::string> selection() override { return {}; }
     void selectDesktop() override {}
     void openFolder(const std::string& fileUrl) override { openFolder_(fileUrl); }
+    void setFolderShownHandler(std::function<void()> /*handler*/) override {}
 
   private:
     std::function<void(const std::string&)> openFolder_;
@@ -41,6 +42,7 @@ class PlainFileManager : public FileManager {
 /// Asks for the focus and leaves it to the desktop whether to give it.
 class PlainWindowSystem : public WindowSystem {
   public:
+    std::optional<FrameMargins> frameMargins(WindowNumber /*window*/) override { return std::nullopt; }
     void prepareToShow(WindowNumber /*window*/) override {}
     void makeKeyAndOrderFront(WindowNumber window) override;
     void withholdHeldKeys() override {}

@@ -39,7 +39,8 @@ ClipboardKeeper::~ClipboardKeeper() {
     thread_.join();
 }
 
-std::optional<std::string> ClipboardKeeper::readCopied(ClipboardLoop::Copy copy, const std::string& target) {
+tl::expected<std::string, CopyFailure> ClipboardKeeper::readCopied(ClipboardLoop::Copy copy,
+                                                                   const std::string& target) {
     // Above the sum of the bounds that each step has, so that nothing happens after the wait is given up.
     constexpr std::chrono::seconds patience{5};
     Request request{std::move(copy), target, nullptr, {}};
@@ -48,11 +49,12 @@ std::optional<std::string> ClipboardKeeper::readCopied(ClipboardLoop::Copy copy,
     auto answer = request.answer.get_future();
     {
         const std::lock_guard lock(mutex_);
-        if (ended_) return std::nullopt;
+        if (ended_) return tl::unexpected(CopyFailure::notAsked);
         requests_.push_back(std::move(request));
     }
     wake();
-    if (answer.wait_for(patience) != std::future_status::ready) return std::nullopt;
+    if (answer.wait_for(patience) != std::future_status::ready)
+        return tl::unexpected(CopyFailure::nothingCopied);
     return answer.get();
 }
 
@@ -94,7 +96,7 @@ std::optional<ClipboardKeeper::Request> ClipboardKeeper::nextRequest() {
 void ClipboardKeeper::endWithoutServer() {
     const std::lock_guard lock(mutex_);
     ended_ = true;
-    for (Request& request : requests_) request.answer.set_value(std::nullopt);
+    for (Request& request : requests_) request.answer.set_value(tl::unexpected(CopyFailure::notAsked));
     requests_.clear();
 }
 

@@ -28,14 +28,14 @@ class ClipboardKeeper {
     /// Makes another program copy and reads what it copied under this target, such as "text/uri-list";
     /// nothing when it copied nothing or nothing of that kind. The clipboard is then as it was. Waits for the
     /// other program, but never longer than a few seconds in all.
-    std::optional<std::string> readCopied(ClipboardLoop::Copy copy, const std::string& target);
+    tl::expected<std::string, CopyFailure> readCopied(ClipboardLoop::Copy copy, const std::string& target);
 
   private:
     struct Request {
         ClipboardLoop::Copy copy;
         std::string target;
         std::shared_ptr<const ClipboardContents> known;
-        std::promise<std::optional<std::string>> answer;
+        std::promise<tl::expected<std::string, CopyFailure>> answer;
     };
     class Descriptor;
 

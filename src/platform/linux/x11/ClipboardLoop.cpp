@@ -4,6 +4,7 @@
 
 #include <xcb/xfixes.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace brimwick {
@@ -12,7 +13,7 @@ ClipboardLoop::ClipboardLoop(std::unique_ptr<XcbConnection> connection, int wake
     : connection_(std::move(connection)),
       pump_(
           *connection_, [this](const xcb_generic_event_t& event) { handle(event); }, wakeDescriptor),
-      reader_(*connection_, pump_), server_(*connection_, pump_.window()) {
+      reader_(*connection_, pump_), server_(*connection_, pump_.window()), ping_(*connection_) {
     xcb_connection_t* raw = connection_->get();
     const xcb_query_extension_reply_t* fixes = xcb_get_extension_data(raw, &xcb_xfixes_id);
     if (fixes == nullptr || fixes->present == 0) return;
@@ -28,7 +29,7 @@ void ClipboardLoop::handle(const xcb_generic_event_t& event) {
         const auto* change = eventAs<xcb_xfixes_selection_notify_event_t>(
             event, static_cast<std::uint8_t>(firstFixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY));
         if (change != nullptr) {
-            takenByAnother_ = change->owner != XCB_NONE && change->owner != pump_.window();
+            ownerChanged(change->owner);
             return;
         }
     }
@@ -37,25 +38,56 @@ void ClipboardLoop::handle(const xcb_generic_event_t& event) {
         handedOver_ = true;
     reader_.handle(event);
     server_.handle(event);
+    ping_.handle(event);
+}
+
+void ClipboardLoop::ownerChanged(xcb_window_t owner) {
+    // The windows of one client share the upper bits of their numbers.
+    const std::uint32_t clientBits = ~xcb_get_setup(connection_->get())->resource_id_mask;
+    if (owner != XCB_NONE && (owner & clientBits) == (copier_ & clientBits))
+        copied_ = true;
+    else if (owner != pump_.window())
+        beforeLateCopy_.reset();
 }
 
 bool ClipboardLoop::serveUntil(const std::function<bool()>& condition) {
-    return pump_.until(condition, Deadline::max());
+    const auto alsoGiveBack = [&] {
+        giveBackAfterLateCopy();
+        return condition();
+    };
+    return pump_.until(alsoGiveBack, Deadline::max());
 }
 
-std::optional<std::string> ClipboardLoop::readCopied(const Copy& copy, const std::string& target,
-                                                     std::shared_ptr<const ClipboardContents> known) {
-    if (firstFixesEvent_ == 0) return std::nullopt;
-    const auto before = known ? std::move(known) : contents();
+tl::expected<std::string, CopyFailure>
+ClipboardLoop::readCopied(const Copy& copy, const std::string& target,
+                          std::shared_ptr<const ClipboardContents> known) {
+    if (firstFixesEvent_ == 0) return tl::unexpected(CopyFailure::notAsked);
+    // Who owned it cannot answer while its thread waits for this one.
+    if (known) server_.offer(std::move(known), pump_.serverTime());
+    const auto before = contents();
     connection_->synchronise();
     pump_.drain();
-    takenByAnother_ = false;
-    if (!copy(*connection_)) return std::nullopt;
-    if (!pump_.until([this] { return takenByAnother_; }, in(copyTime))) return std::nullopt;
+    copier_ = copy.window;
+    copied_ = false;
+    beforeLateCopy_.reset();
+    if (!copy.perform(*connection_)) return tl::unexpected(CopyFailure::notAsked);
+    ping_.send(copy.window, pump_.serverTime());
+    if (!pump_.until([this] { return copied_; }, in(copyTime))) {
+        beforeLateCopy_ = before;
+        return tl::unexpected(CopyFailure::nothingCopied);
+    }
     auto copied = readFromNewOwner(target);
     server_.offer(before, pump_.serverTime());
     connection_->synchronise();
     return copied;
+}
+
+void ClipboardLoop::giveBackAfterLateCopy() {
+    if (!beforeLateCopy_) return;
+    const bool awake = ping_.answered() && std::chrono::steady_clock::now() > *ping_.answered() + wakingTime;
+    // What a program copies that is long awake, its user copied.
+    if (copied_ && !awake) server_.offer(*beforeLateCopy_, pump_.serverTime());
+    if (copied_ || awake) beforeLateCopy_.reset();
 }
 
 xcb_window_t ClipboardLoop::owner() const {
@@ -77,13 +109,13 @@ std::shared_ptr<const ClipboardContents> ClipboardLoop::contents() {
     return std::make_shared<const ClipboardContents>(std::move(everything.contents));
 }
 
-std::optional<std::string> ClipboardLoop::readFromNewOwner(const std::string& target) {
+tl::expected<std::string, CopyFailure> ClipboardLoop::readFromNewOwner(const std::string& target) {
     const Deadline deadline = in(ClipboardReader::wholeTime);
     const auto offered = reader_.targets(deadline);
-    if (!offered || std::find(offered->begin(), offered->end(), target) == offered->end())
-        return std::nullopt;
+    if (!offered || std::ranges::find(*offered, target) == offered->end())
+        return tl::unexpected(CopyFailure::otherKind);
     auto item = reader_.read(target, deadline);
-    if (!item) return std::nullopt;
+    if (!item) return tl::unexpected(CopyFailure::otherKind);
     return std::move(item->bytes);
 }
 

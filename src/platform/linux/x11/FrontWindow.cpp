@@ -1,5 +1,6 @@
 #include "platform/linux/x11/FrontWindow.h"
 
+#include "platform/linux/x11/KeyboardFocus.h"
 #include "platform/linux/x11/XcbEvents.h"
 
 #include <unistd.h>
@@ -92,8 +93,8 @@ void FrontWindow::requestActivation(xcb_window_t window) {
     pump_.drain();
     if (pending_ && pending_->window == window) return;
     pending_.reset();
-    const auto before = active();
-    if (before == window) return;
+    // A window manager can call a window active whose focus got lost as it appeared.
+    if (hasKeyboardFocus(*connection_, window)) return;
     pending_ = PendingActivation{window, in(activationTime)};
     constexpr std::uint32_t onBehalfOfTheUser = 2;
     xcb_client_message_event_t message{};
@@ -103,7 +104,7 @@ void FrontWindow::requestActivation(xcb_window_t window) {
     message.type = connection_->atom("_NET_ACTIVE_WINDOW");
     message.data.data32[0] = onBehalfOfTheUser;
     message.data.data32[1] = pump_.serverTime();
-    message.data.data32[2] = before.value_or(XCB_NONE);
+    message.data.data32[2] = active().value_or(XCB_NONE);
     xcb_send_event(connection_->get(), 0, connection_->root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));
@@ -113,7 +114,7 @@ void FrontWindow::requestActivation(xcb_window_t window) {
 void FrontWindow::settle() {
     pump_.drain();
     if (!pending_) return;
-    pump_.until([this] { return active() == pending_->window; }, pending_->deadline);
+    pump_.until([this] { return hasKeyboardFocus(*connection_, pending_->window); }, pending_->deadline);
     pending_.reset();
 }
 

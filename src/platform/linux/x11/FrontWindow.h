@@ -44,7 +44,7 @@ class FrontWindow {
     void drain() { pump_.drain(); }
     /// Asks for the window to be activated, and returns at once.
     void requestActivation(xcb_window_t window);
-    /// Waits until what was asked for is active, within `activationTime` of the asking.
+    /// Waits until what was asked for has the keyboard focus, within `activationTime` of the asking.
     void settle();
 
   private:

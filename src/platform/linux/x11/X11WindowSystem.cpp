@@ -4,6 +4,10 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
 namespace brimwick {
 
 namespace {
@@ -19,6 +23,9 @@ xcb_window_t userTimeWindow(xcb_connection_t* server, xcb_window_t window, xcb_a
     if (!reply || reply->value_len != 1) return window;
     return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
 }
+
+/// How long a window manager has to say what frame it would put round a window.
+constexpr std::chrono::milliseconds frameTime{100};
 
 /// A window that is hidden and shown again within a tenth of a second keeps the framework's keyboard focus
 /// all the while, and so would never be told that it is active again.
@@ -45,6 +52,38 @@ X11WindowSystem::X11WindowSystem(UserTime& userTime, xcb_connection_t* windowsCo
     : userTime_(userTime), windowsConnection_(windowsConnection), connection_(std::move(connection)),
       userTimeFilter_(userTime, *connection_), heldKeys_(*connection_) {}
 
+void X11WindowSystem::sendToWindowManager(WindowNumber window, std::string_view message,
+                                          std::initializer_list<std::uint32_t> data) {
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = bitsPerItem;
+    request.window = static_cast<xcb_window_t>(window);
+    request.type = connection_->atom(message);
+    std::ranges::copy(data, std::begin(request.data.data32));
+    xcb_send_event(windowsConnection_, 0, connection_->root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&request));
+    xcb_flush(windowsConnection_);
+}
+
+std::optional<FrameMargins> X11WindowSystem::frameMargins(WindowNumber window) {
+    const std::string_view request = "_NET_REQUEST_FRAME_EXTENTS";
+    const auto supported =
+        connection_->propertyItems(connection_->root(), connection_->atom("_NET_SUPPORTED"));
+    if (std::ranges::find(supported, connection_->atom(request)) == supported.end()) return std::nullopt;
+    sendToWindowManager(window, request, {});
+    const auto deadline = std::chrono::steady_clock::now() + frameTime;
+    const xcb_atom_t extents = connection_->atom("_NET_FRAME_EXTENTS");
+    while (std::chrono::steady_clock::now() < deadline) {
+        const auto items = connection_->propertyItems(static_cast<xcb_window_t>(window), extents);
+        if (items.size() == 4)
+            return FrameMargins{static_cast<int>(items[0]), static_cast<int>(items[2]),
+                                static_cast<int>(items[1]), static_cast<int>(items[3])};
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return std::nullopt;
+}
+
 void X11WindowSystem::prepareToShow(WindowNumber window) {
     const xcb_timestamp_t time = userTime_.latest();
     // A user time of zero would say that the window does not want the focus.
@@ -58,17 +97,7 @@ void X11WindowSystem::prepareToShow(WindowNumber window) {
 void X11WindowSystem::makeKeyAndOrderFront(WindowNumber window) {
     // Showing a window overwrites the stamp with the last time that the framework saw, older than a hot key.
     prepareToShow(window);
-    xcb_client_message_event_t request{};
-    request.response_type = XCB_CLIENT_MESSAGE;
-    request.format = bitsPerItem;
-    request.window = static_cast<xcb_window_t>(window);
-    request.type = connection_->atom("_NET_ACTIVE_WINDOW");
-    request.data.data32[0] = directUserAction;
-    request.data.data32[1] = userTime_.latest();
-    xcb_send_event(windowsConnection_, 0, connection_->root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char*>(&request));
-    xcb_flush(windowsConnection_);
+    sendToWindowManager(window, "_NET_ACTIVE_WINDOW", {directUserAction, userTime_.latest()});
     reactivateQuicklyReshown(window);
 }
 

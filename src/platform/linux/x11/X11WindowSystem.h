@@ -4,6 +4,9 @@
 #include "platform/linux/x11/UserTimeFilter.h"
 #include "platform/ports/WindowSystem.h"
 
+#include <initializer_list>
+#include <string_view>
+
 namespace brimwick {
 
 /// Focus and held keys as the window managers of X11 want them asked for.
@@ -13,11 +16,16 @@ class X11WindowSystem : public WindowSystem {
     /// outlive the result; it learns of the user's keys and clicks in our own windows.
     static std::unique_ptr<X11WindowSystem> create(UserTime& userTime);
 
+    std::optional<FrameMargins> frameMargins(WindowNumber window) override;
     void prepareToShow(WindowNumber window) override;
     void makeKeyAndOrderFront(WindowNumber window) override;
     void withholdHeldKeys() override;
 
   private:
+    /// In the order of what was asked for the window before.
+    void sendToWindowManager(WindowNumber window, std::string_view message,
+                             std::initializer_list<std::uint32_t> data);
+
     X11WindowSystem(UserTime& userTime, xcb_connection_t* windowsConnection,
                     std::unique_ptr<XcbConnection> connection);
 
