@@ -21,8 +21,7 @@ class TestWindow {
         xcb_create_window(server, XCB_COPY_FROM_PARENT, window_, connection_->root(), 100, 100, 300, 200, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                           XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
-        xcb_map_window(server, window_);
-        connection_->synchronise();
+        map();
     }
 
     xcb_window_t id() const { return window_; }
@@ -30,20 +29,12 @@ class TestWindow {
         xcb_set_input_focus(connection_->get(), XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
         connection_->synchronise();
     }
-    /// Asks the window manager for the focus; one that is just starting may overhear it.
-    void requestFront() {
-        xcb_client_message_event_t request{};
-        request.response_type = XCB_CLIENT_MESSAGE;
-        request.format = 32;
-        request.window = window_;
-        request.type = connection_->atom("_NET_ACTIVE_WINDOW");
-        request.data.data32[0] = 2;
+    /// Asks to be shown; a window manager that is just starting may overhear it.
+    void map() {
         xcb_map_window(connection_->get(), window_);
-        xcb_send_event(connection_->get(), 0, connection_->root(),
-                       XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                       reinterpret_cast<const char*>(&request));
         connection_->synchronise();
     }
+    bool isManaged() { return !connection_->propertyItems(window_, connection_->atom("WM_STATE")).empty(); }
     bool isActive() {
         const auto active =
             connection_->propertyItems(connection_->root(), connection_->atom("_NET_ACTIVE_WINDOW"));

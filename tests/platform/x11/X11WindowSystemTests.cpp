@@ -39,11 +39,10 @@ class ManagedWindowTest : public X11WindowSystemTest {
         manager_ = std::make_unique<QProcess>();
         manager_->setStandardErrorFile(QProcess::nullDevice());
         manager_->start("openbox", {"--sm-disable"});
-        const auto connection = XcbConnection::connect();
+        TestWindow probe(true);
         ASSERT_TRUE(waitFor([&] {
-            return !connection
-                        ->propertyItems(connection->root(), connection->atom("_NET_SUPPORTING_WM_CHECK"))
-                        .empty();
+            probe.map();
+            return probe.isManaged();
         })) << "openbox does not run";
     }
     static void TearDownTestSuite() {
@@ -54,10 +53,7 @@ class ManagedWindowTest : public X11WindowSystemTest {
     void SetUp() override {
         X11WindowSystemTest::SetUp();
         foreign_ = std::make_unique<TestWindow>(true);
-        ASSERT_TRUE(waitFor([&] {
-            foreign_->requestFront();
-            return foreign_->isActive();
-        }));
+        ASSERT_TRUE(waitFor([&] { return foreign_->isActive(); }));
     }
 
     bool hasInputFocus(const QWidget& window) {
@@ -159,6 +155,58 @@ TEST_F(ManagedWindowTest, AHiddenWindowIsShownWithTheFocusThoughTheUserTypedElse
         window.hide();
         ASSERT_TRUE(waitFor([&] { return foreign_->isActive(); })) << round;
     }
+}
+
+TEST_F(ManagedWindowTest, TheWindowManagerIsAskedWithTheTimeOfTheUsersLastRequest) {
+    const auto spy = XcbConnection::connect();
+    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(spy->get(), spy->root(), XCB_CW_EVENT_MASK, &mask);
+    spy->synchronise();
+    QLineEdit window;
+    window.winId();
+    userTime_.note(foreign_->serverTime());
+    windows_->prepareToShow(window.winId());
+    window.show();
+    windows_->makeKeyAndOrderFront(window.winId());
+
+    std::optional<xcb_client_message_event_t> request;
+    ASSERT_TRUE(waitFor([&] {
+        while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(spy->get())}) {
+            if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE) continue;
+            const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
+            if (message.type == spy->atom("_NET_ACTIVE_WINDOW")) request = message;
+        }
+        return request.has_value();
+    }));
+    EXPECT_EQ(request->window, window.winId());
+    EXPECT_EQ(request->data.data32[0], 2U);
+    EXPECT_EQ(request->data.data32[1], userTime_.latest());
+    EXPECT_EQ(userTimeProperty(window), userTime_.latest());
+}
+
+TEST_F(X11WindowSystemTest, TheUserTimeIsPutWhereTheWindowManagerLooksForIt) {
+    XcbConnection& connection = keyboard_.connection();
+    const QWidget window;
+    const TestWindow holder;
+    const auto number = static_cast<xcb_window_t>(window.winId());
+    const xcb_window_t holderNumber = holder.id();
+    const auto timesOf = [&](xcb_window_t which) {
+        return connection.propertyItems(which, connection.atom("_NET_WM_USER_TIME"));
+    };
+    windows_->prepareToShow(number);
+    connection.synchronise();
+    EXPECT_THAT(timesOf(number), testing::IsEmpty()) << "stamped with a time that is not known";
+
+    userTime_.note(4711);
+    windows_->prepareToShow(number);
+    EXPECT_TRUE(waitFor([&] { return timesOf(number) == std::vector<std::uint32_t>{4711}; }));
+
+    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, number,
+                        connection.atom("_NET_WM_USER_TIME_WINDOW"), XCB_ATOM_WINDOW, 32, 1, &holderNumber);
+    connection.synchronise();
+    userTime_.note(4712);
+    windows_->prepareToShow(number);
+    EXPECT_TRUE(waitFor([&] { return timesOf(holderNumber) == std::vector<std::uint32_t>{4712}; }));
 }
 
 TEST_F(ManagedWindowTest, TheFocusGoesBackToThePreviousWindowWhileAKeyIsWithheld) {

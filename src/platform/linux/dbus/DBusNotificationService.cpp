@@ -69,25 +69,30 @@ void DBusNotificationService::deliver(const DesktopNotification& notification) {
 }
 
 void DBusNotificationService::handOver() {
-    while (!waiting_.empty() && inFlight_ < mostInFlight) {
-        const DesktopNotification notification = std::move(waiting_.front());
+    while (true) {
+        while (!handedOver_.empty() && handedOver_.front().call.isFinished()) {
+            const HandedOver answered = std::move(handedOver_.front());
+            handedOver_.pop_front();
+            if (answered.call.isError()) deliverElsewhere(answered.notification);
+        }
+        if (waiting_.empty() || handedOver_.size() >= mostInFlight) return;
+        const DesktopNotification next = std::move(waiting_.front());
         waiting_.pop_front();
-        send(notification);
+        send(next);
     }
 }
 
 void DBusNotificationService::send(const DesktopNotification& notification) {
     // Without a connection a call would never finish.
-    if (!bus_.isConnected()) return deliverElsewhere(notification);
     const QDBusPendingCall call =
-        bus_.asyncCall(notifyCall(notification), static_cast<int>(replyTime.count()));
-    if (call.isFinished() && call.isError()) return deliverElsewhere(notification);
-    auto* reply = new QDBusPendingCallWatcher(call, &replies_);
-    ++inFlight_;
-    QObject::connect(reply, &QDBusPendingCallWatcher::finished, &replies_, [this, reply, notification] {
-        reply->deleteLater();
-        --inFlight_;
-        if (reply->isError()) deliverElsewhere(notification);
+        bus_.isConnected()
+            ? bus_.asyncCall(notifyCall(notification), static_cast<int>(replyTime.count()))
+            : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, "There is no session bus."));
+    handedOver_.push_back({.notification = notification, .call = call});
+    if (call.isFinished()) return;
+    auto* answer = new QDBusPendingCallWatcher(call, &answers_);
+    QObject::connect(answer, &QDBusPendingCallWatcher::finished, &answers_, [this, answer] {
+        answer->deleteLater();
         handOver();
     });
 }

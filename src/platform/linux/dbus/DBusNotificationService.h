@@ -3,6 +3,7 @@
 #include "platform/ports/NotificationService.h"
 
 #include <QDBusConnection>
+#include <QDBusPendingCall>
 #include <QObject>
 
 #include <deque>
@@ -23,6 +24,11 @@ class DBusNotificationService : public NotificationService {
     void deliver(const DesktopNotification& notification) override;
 
   private:
+    struct HandedOver {
+        DesktopNotification notification;
+        QDBusPendingCall call;
+    };
+
     void handOver();
     void send(const DesktopNotification& notification);
     void deliverElsewhere(const DesktopNotification& notification);
@@ -30,9 +36,11 @@ class DBusNotificationService : public NotificationService {
     QDBusConnection bus_;
     Fallback fallback_;
     std::deque<DesktopNotification> waiting_;
-    std::size_t inFlight_ = 0;
-    /// The parent of the replies that are still awaited.
-    QObject replies_;
+    /// What the service has not answered yet, and what came after that. In the order of delivery, so that
+    /// failures are reported in that order too.
+    std::deque<HandedOver> handedOver_;
+    /// The parent of what awaits the answers.
+    QObject answers_;
 };
 
 } // namespace brimwick

@@ -37,9 +37,8 @@ void FolderOpener::openFolder(const std::string& fileUrl, const std::optional<Fi
     const QString url = QString::fromStdString(fileUrl);
     if (!inUse) return openInAny(url);
     // The common name of file managers belongs to whichever of them started first, so the one in use is
-    // called by its own. A pcmanfm-qt that came second answers there with an error; its command reaches the
-    // running instance all the same. The bus comes first because the command garbles names that are not
-    // UTF-8.
+    // called by its own. A pcmanfm-qt that came second answers there with an error, but its command still
+    // opens a window in the running instance; it installs nothing by which the bus could start it.
     showFolders(QString::fromStdString(inUse->busName), Start::never, url,
                 [this, url, program = QString::fromStdString(inUse->program)] {
                     if (!start(program, {url})) openInAny(url);

@@ -92,6 +92,7 @@ void X11WindowSystem::prepareToShow(WindowNumber window) {
                                                connection_->atom("_NET_WM_USER_TIME_WINDOW"));
     xcb_change_property(windowsConnection_, XCB_PROP_MODE_REPLACE, target,
                         connection_->atom("_NET_WM_USER_TIME"), XCB_ATOM_CARDINAL, bitsPerItem, 1, &time);
+    xcb_flush(windowsConnection_);
 }
 
 void X11WindowSystem::makeKeyAndOrderFront(WindowNumber window) {
