@@ -11,8 +11,9 @@ void SelectionTest::SetUp() {
     ASSERT_TRUE(observer);
     xcb_set_selection_owner(observer->get(), XCB_NONE, observer->atom("CLIPBOARD"), XCB_CURRENT_TIME);
     observer->synchronise();
-    fileManager = X11FileManager::create([this](const std::string& url) { openedFolders.push_back(url); },
-                                         qtClipboardSnapshot);
+    fileManager = X11FileManager::create(
+        [this](const std::string& url, const auto& /*inUse*/) { openedFolders.push_back(url); },
+        qtClipboardSnapshot);
     ASSERT_TRUE(fileManager);
 }
 

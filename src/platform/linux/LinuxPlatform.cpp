@@ -32,7 +32,10 @@ struct LinuxPlatform::Services {
 
 bool LinuxPlatform::Services::connectToXServer() {
     if (QGuiApplication::platformName() != "xcb") return false;
-    const auto openFolder = [this](const std::string& fileUrl) { folderOpener.openFolder(fileUrl); };
+    const auto openFolder = [this](const std::string& fileUrl,
+                                   const std::optional<FileManagerProgram>& inUse) {
+        folderOpener.openFolder(fileUrl, inUse);
+    };
     auto windows = X11WindowSystem::create(userTime);
     auto files = X11FileManager::create(openFolder, qtClipboardSnapshot);
     if (!windows || !files) return false;
@@ -53,7 +56,8 @@ void LinuxPlatform::Services::useWhatIsLeft() {
     hotKeys = std::make_unique<PlainHotKeyService>();
 }
 
-LinuxPlatform::LinuxPlatform(MainLoop& mainLoop) : mainLoop_(mainLoop), services_(std::make_unique<Services>()) {
+LinuxPlatform::LinuxPlatform(MainLoop& mainLoop)
+    : mainLoop_(mainLoop), services_(std::make_unique<Services>()) {
     if (!services_->connectToXServer()) services_->useWhatIsLeft();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/dbus/FolderOpener.h"
 #include "platform/linux/x11/WindowTraits.h"
 
 #include <chrono>
@@ -14,6 +15,8 @@ struct FileManagerAdapter {
     /// The class part of WM_CLASS of its windows, and of the desktop that it draws.
     std::vector<std::string_view> windowClasses;
     std::vector<std::string_view> desktopClasses;
+    /// How it is told to show a folder.
+    FileManagerProgram program;
     /// Makes the window copy its selection to the clipboard. False when it was not asked to. Runs on the
     /// clipboard keeper's thread and connection.
     bool (*copySelection)(XcbConnection& connection, xcb_window_t window) = nullptr;

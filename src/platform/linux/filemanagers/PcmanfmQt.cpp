@@ -8,6 +8,7 @@ FileManagerAdapter pcmanfmQt() {
         .name = "pcmanfm-qt",
         .windowClasses = {"pcmanfm-qt"},
         .desktopClasses = {"pcmanfm-qt"},
+        .program = {.busName = "org.pcmanfm.PCManFM", .program = "pcmanfm-qt"},
         .copySelection = KeySynthesis::pressCopy,
         // Its own Copy is enabled 200 ms after the selection came about; before, the view copies a name as
         // text.

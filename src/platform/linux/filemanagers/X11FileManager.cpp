@@ -150,7 +150,12 @@ void X11FileManager::leaveDesktop() {
 void X11FileManager::openFolder(const std::string& fileUrl) {
     front_.drain();
     opening_ = OpeningFolder{lastFront_, lastFileManager_, in(openingTime)};
-    openFolder_(fileUrl);
+    std::optional<FileManagerProgram> inUse;
+    if (lastFileManager_)
+        if (const FileManagerAdapter* adapter =
+                fileManagerOf(traitsOf(front_.connection(), *lastFileManager_)))
+            inUse = adapter->program;
+    openFolder_(fileUrl, inUse);
 }
 
 } // namespace brimwick

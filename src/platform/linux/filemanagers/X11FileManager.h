@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/dbus/FolderOpener.h"
 #include "platform/linux/x11/ClipboardKeeper.h"
 #include "platform/linux/x11/FrontWindow.h"
 #include "platform/ports/FileManager.h"
@@ -10,7 +11,9 @@ namespace brimwick {
 /// The file managers of an X11 desktop, known by their windows.
 class X11FileManager : public FileManager {
   public:
-    using OpenFolder = std::function<void(const std::string& fileUrl)>;
+    /// Shows a folder, where it is known in the program that the user works in.
+    using OpenFolder =
+        std::function<void(const std::string& fileUrl, const std::optional<FileManagerProgram>& inUse)>;
 
     /// Nothing when there is no X server. To be called, and the result used, on the main thread, with an
     /// application object.

@@ -1,32 +1,34 @@
 #pragma once
 
 #include "platform/linux/x11/KeyboardModifiers.h"
-#include "platform/linux/x11/XcbEventSource.h"
 
-#include <QTimer>
+#include <atomic>
+#include <memory>
+#include <stop_token>
+#include <thread>
 
 namespace brimwick {
 
 /// Keeps keys that are held down from typing into the window that gets the focus next, by having the whole
-/// keyboard until they are up. Main thread only.
+/// keyboard until they are up. A thread of its own waits for that, so that the keyboard, and with it the hot
+/// keys, is free again at once, however busy the main thread is. Used from the main thread.
 class HeldKeys {
   public:
-    /// Nothing but the withholding may use the connection's events. It must outlive this object.
-    explicit HeldKeys(XcbConnection& connection);
+    /// The connection serves the withholding alone.
+    explicit HeldKeys(std::unique_ptr<XcbConnection> connection);
 
     /// Takes the keyboard when a key that is no modifier is down, and gives it back by itself. Does nothing
-    /// when no such key is down or when another program has the keyboard.
+    /// when no such key is down, when keys are being withheld, and when another program has the keyboard.
     void withhold();
 
   private:
     KeySet heldNow() const;
-    void giveBackOnceUp();
+    void giveBackOnceUp(KeySet awaited, const std::stop_token& stop);
 
-    XcbConnection& connection_;
-    /// What is awaited to go up; while there is any, the keyboard is ours.
-    KeySet awaited_;
-    QTimer recheck_;
-    XcbEventSource events_;
+    std::unique_ptr<XcbConnection> connection_;
+    std::atomic<bool> withholding_ = false;
+    /// Last: it uses all of the above.
+    std::jthread waiter_;
 };
 
 } // namespace brimwick

@@ -42,15 +42,17 @@ std::unique_ptr<X11WindowSystem> X11WindowSystem::create(UserTime& userTime) {
     const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (application == nullptr) return nullptr;
     auto connection = XcbConnection::connect();
-    if (!connection) return nullptr;
-    return std::unique_ptr<X11WindowSystem>(
-        new X11WindowSystem(userTime, application->connection(), std::move(connection)));
+    auto withholding = XcbConnection::connect();
+    if (!connection || !withholding) return nullptr;
+    return std::unique_ptr<X11WindowSystem>(new X11WindowSystem(
+        userTime, application->connection(), std::move(connection), std::move(withholding)));
 }
 
 X11WindowSystem::X11WindowSystem(UserTime& userTime, xcb_connection_t* windowsConnection,
-                                 std::unique_ptr<XcbConnection> connection)
+                                 std::unique_ptr<XcbConnection> connection,
+                                 std::unique_ptr<XcbConnection> withholding)
     : userTime_(userTime), windowsConnection_(windowsConnection), connection_(std::move(connection)),
-      userTimeFilter_(userTime, *connection_), heldKeys_(*connection_) {}
+      userTimeFilter_(userTime, *connection_), heldKeys_(std::move(withholding)) {}
 
 void X11WindowSystem::sendToWindowManager(WindowNumber window, std::string_view message,
                                           std::initializer_list<std::uint32_t> data) {

@@ -27,7 +27,7 @@ class X11WindowSystem : public WindowSystem {
                              std::initializer_list<std::uint32_t> data);
 
     X11WindowSystem(UserTime& userTime, xcb_connection_t* windowsConnection,
-                    std::unique_ptr<XcbConnection> connection);
+                    std::unique_ptr<XcbConnection> connection, std::unique_ptr<XcbConnection> withholding);
 
     UserTime& userTime_;
     /// The connection that our windows live on: what is asked for a window keeps its place after the window's
