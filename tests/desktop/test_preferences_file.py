@@ -15,7 +15,8 @@ def test_a_corrupt_file_is_kept_aside_and_the_defaults_hold(desktop, content):
     desktop.preferences.write_bytes(content)
     desktop.brimwick.start()
     kept = list(desktop.preferences.folder.glob("BrimwickPreferences.corrupt-*.plist"))
-    assert [path.read_bytes() for path in kept] == [content]
+    # Of an empty file there is nothing to keep.
+    assert [path.read_bytes() for path in kept] == ([content] if content else [])
     stored = desktop.preferences.read()
     assert (stored["HotKeyCode"], stored["WickWindowHeight"], stored["IndexedFolders"]) == ("46", "572", [])
     desktop.keyboard.chord("ctrl+super+o")
