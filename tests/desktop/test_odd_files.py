@@ -11,7 +11,7 @@ from harness.picker import COPY, MOVE
 LONG = "n" * 251 + ".txt"
 
 
-@pytest.mark.parametrize("name", ["-rf", LONG, "100%#?&.txt", "quo'te\".txt", " blank ", "a\\b", "<b>bold</b>&amp;"])
+@pytest.mark.parametrize("name", ["-rf", LONG, "100%#?&.txt", "quo'te\".txt", " blank ", "a\\b", "<b>bold&amp;"])
 def test_an_odd_name_is_moved_and_named_exactly(filing, name):
     filing.show_selected({name: b"odd"})
     _file_away(filing, MOVE)
@@ -56,7 +56,8 @@ def test_a_folder_that_takes_nothing_is_said_and_the_files_stay(filing, mode, te
     wait_until(filing.action_texts, "the user was told")
     (said,) = filing.action_texts()
     assert said.startswith(text)
-    assert str(filing.cabinet / "Taxes") in said
+    assert "Permission denied" in said
+    assert str(filing.cabinet / "Taxes") in said or str(filing.inbox / "a.txt") in said
     assert contents(filing.inbox) == {"a.txt": b"a"}
     assert contents(filing.cabinet / "Taxes") == {}
 

@@ -47,11 +47,9 @@ def test_the_stored_height_is_laid_out_for_the_mode(sized, move, open_):
 @pytest.mark.parametrize("mode, more", [(MOVE, 0), (OPEN, DIFFERENCE)])
 def test_a_resized_window_is_stored_and_comes_back(sized, mode, more):
     sized.invoke(mode)
+    _wait_for_frame(sized, 520, 572 - more)
     before = sized.desktop.brimwick.picker().frame
-    x, y = sized.places(mode).lower_right_corner()
-    with sized.desktop.keyboard.holding("alt"):
-        sized.desktop.mouse.drag((x, y), (x + 80, y + 60), RIGHT)
-    _wait_for_frame(sized, before.width + 80, before.height + 60)
+    _pull_corner(sized, mode, 80, 60)
     _close(sized)
     assert _stored(sized) == (str(before.width + 80), str(before.height + 60 + more))
     sized.invoke(mode)
@@ -64,6 +62,25 @@ def test_the_picker_is_centred_at_the_top_of_the_screen(sized):
     frame = sized.desktop.brimwick.picker().frame
     assert abs(frame.x + frame.width / 2 - 1280) <= 2
     assert frame.y == 0
+
+
+def _pull_corner(sized, mode, right, down):
+    """Resizes by dragging with Alt and the right button held."""
+    picker, mouse = sized.desktop.brimwick.picker(), sized.desktop.mouse
+    before = picker.frame
+    x, y = sized.places(mode).lower_right_corner()
+    with sized.desktop.keyboard.holding("alt"):
+        mouse.move(x, y)
+        mouse.press(RIGHT)
+
+        def pulled():
+            # As a hand does, until the window manager has noticed.
+            mouse.move(x + right // 2, y + down // 2)
+            mouse.move(x + right, y + down)
+            return (picker.frame.width, picker.frame.height) == (before.width + right, before.height + down)
+
+        wait_until(pulled, lambda: f"the window is larger; it is {picker.frame}")
+        mouse.release(RIGHT)
 
 
 def _wait_for_frame(sized, width, height):

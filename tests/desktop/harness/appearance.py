@@ -22,7 +22,8 @@ class AppearanceWatch:
         self._display = Xlib.display.Display(display_name)
         self._windows = Windows(self._display)
         self._watched = Window(self._windows, window.identifier)
-        self._area = self._watched.client
+        client = self._watched.client
+        self._size = (client.width, client.height)
         self._active_window = self._windows.atom("_NET_ACTIVE_WINDOW")
         resource = self._display.create_resource_object("window", window.identifier)
         self._display.damage_query_version()
@@ -31,12 +32,13 @@ class AppearanceWatch:
         self._windows.root.change_attributes(event_mask=X.PropertyChangeMask)
         self._display.sync()
         self._damage_event = self._display.extension_event.DamageNotify
+        self._painted = self._focused = self._drawn = None
 
     def forget(self):
         """Leaves out everything that has happened so far."""
         self._display.sync()
         while self._display.pending_events():
-            self._display.next_event()
+            self._take(self._display.next_event(), time.monotonic())
         self._painted = self._focused = None
         self._drawn = None
 
@@ -55,12 +57,14 @@ class AppearanceWatch:
     def _take(self, event, now):
         if event.type == X.MapNotify:
             self._drawn = None
+        elif event.type == X.ConfigureNotify:
+            self._size = (event.width, event.height)
         elif event.type == X.PropertyNotify and event.atom == self._active_window:
             self._focused = now if self._windows.active() == self._watched else None
         elif event.type == self._damage_event and self._painted is None:
             self._drawn = _union(self._drawn, event.area)
             left, top, right, bottom = self._drawn
-            if right - left >= self._area.width and bottom - top >= self._area.height:
+            if right - left >= self._size[0] and bottom - top >= self._size[1]:
                 self._painted = now
 
 

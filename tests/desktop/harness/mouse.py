@@ -32,11 +32,3 @@ class Mouse:
     def double_click(self, x: int, y: int):
         self.click(x, y)
         self.click(x, y)
-
-    def drag(self, start, end, button: int = LEFT):
-        """Presses at one point and lets go at another, moving there in steps as a hand does."""
-        self.move(*start)
-        self.press(button)
-        for step in range(1, 11):
-            self.move(*(a + (b - a) * step // 10 for a, b in zip(start, end)))
-        self.release(button)
