@@ -53,7 +53,8 @@ void LinuxPlatform::Services::useWhatIsLeft() {
     hotKeys = std::make_unique<PlainHotKeyService>();
 }
 
-LinuxPlatform::LinuxPlatform(MainLoop& mainLoop) : mainLoop_(mainLoop), services_(std::make_unique<Services>()) {
+LinuxPlatform::LinuxPlatform(MainLoop& mainLoop)
+    : mainLoop_(mainLoop), services_(std::make_unique<Services>()) {
     if (!services_->connectToXServer()) services_->useWhatIsLeft();
 }
 
