@@ -13,8 +13,9 @@ namespace brimwick {
 /// A folder that disappears with its test.
 class TemporaryFolder {
   public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "brimwick-test-XXXXXX").string();
+    TemporaryFolder() : TemporaryFolder(std::filesystem::temp_directory_path().string()) {}
+    explicit TemporaryFolder(const std::string& parent) {
+        std::string pattern = parent + "/brimwick-test-XXXXXX";
         if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
         path_ = pattern;
     }
