@@ -131,16 +131,22 @@ TEST_F(ClipboardOfTheUser, IsGivenBackWhenTheFileManagerCopiesLate) {
     EXPECT_EQ(clipboard("UTF8_STRING"), "text");
 }
 
-TEST_F(ClipboardOfTheUser, IsTheUsersOwnCopyAfterASelectionThatWasEmpty) {
+TEST_F(ClipboardOfTheUser, HoldsWhatTheUserCopiesInTheFileManagerAfterASelectionThatWasEmpty) {
     openWithOneFileSelected();
-    press("ctrl+l");
-    ASSERT_THAT(selectedPaths(), IsEmpty());
+    // From an empty field of text nothing is copied.
+    offerClipboard("UTF8_STRING", "text");
+    press("ctrl+i");
+    waitForFileManager();
+    EXPECT_THAT(selectedPaths(), IsEmpty());
     press("Escape");
-    EXPECT_TRUE(eventually([&] {
+    waitForFileManager();
+    const xcb_window_t owner = clipboardOwner();
+    ASSERT_TRUE(eventually([&] {
         press("ctrl+a");
         press("ctrl+c");
-        return clipboard("text/uri-list") != "";
+        return clipboardOwner() != owner;
     }));
+    EXPECT_THAT(clipboard("text/uri-list"), HasSubstr("one.txt"));
 }
 
 /// The clipboard of this very program, after a key of the user in its window.

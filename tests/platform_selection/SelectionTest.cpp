@@ -3,6 +3,7 @@
 #include "platform/linux/filemanagers/UriList.h"
 #include "platform/linux/x11/KeyboardFocus.h"
 #include "platform/linux/x11/QtClipboardSnapshot.h"
+#include "platform/linux/x11/WindowPing.h"
 
 namespace brimwick {
 
@@ -41,7 +42,9 @@ void SelectionTest::openFileManager(const std::string& path, std::size_t items) 
 void SelectionTest::offerClipboard(const std::string& target, const std::string& bytes) {
     const std::string file = folder.makeFile("clipboard-" + std::to_string(programs_.size()), bytes);
     start({"xclip", "-quiet", "-selection", "clipboard", "-t", target, "-i", file});
-    ASSERT_TRUE(eventually([&] { return clipboard(target) == bytes; }));
+    ASSERT_TRUE(eventually(
+        [&] { return ("\n" + clipboardTargets()).find("\n" + target + "\n") != std::string::npos; }));
+    waitForFileManager();
 }
 
 void SelectionTest::offerClipboardSilently() {
@@ -51,6 +54,17 @@ void SelectionTest::offerClipboardSilently() {
     xcb_set_selection_owner(observer->get(), window, observer->atom("CLIPBOARD"), XCB_CURRENT_TIME);
     observer->synchronise();
     ASSERT_EQ(clipboardOwner(), window);
+}
+
+/// A file manager looks at what is new on the clipboard, and does nothing else until it was told.
+void SelectionTest::waitForFileManager() {
+    const auto connection = XcbConnection::connect();
+    WindowPing ping(*connection);
+    EventPump pump(*connection, [&](const xcb_generic_event_t& event) { ping.handle(event); });
+    for (const WindowTarget& target : fileManager->windowTargets()) {
+        ping.send(static_cast<xcb_window_t>(target.window), pump.serverTime());
+        ASSERT_TRUE(pump.until([&] { return ping.answered().has_value(); }, in(std::chrono::seconds(15))));
+    }
 }
 
 xcb_window_t SelectionTest::clipboardOwner() {

@@ -21,6 +21,7 @@ class SelectionTest : public testing::Test {
     }
     /// Offers the bytes on the clipboard, by another program.
     void offerClipboard(const std::string& target, const std::string& bytes);
+    void waitForFileManager();
     /// Owns the clipboard and never answers.
     void offerClipboardSilently();
     xcb_window_t clipboardOwner();

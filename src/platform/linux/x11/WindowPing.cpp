@@ -34,9 +34,11 @@ void WindowPing::handle(const xcb_generic_event_t& event) {
     listen(false);
 }
 
-/// Answers go to the root window, for whoever manages its children.
+/// Answers go to the root window, for whoever manages its children; Qt 5 sends them to who watches the root
+/// itself.
 void WindowPing::listen(bool on) {
-    const std::uint32_t events = on ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
+    constexpr std::uint32_t answers = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    const std::uint32_t events = on ? answers : std::uint32_t{XCB_EVENT_MASK_NO_EVENT};
     xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &events);
 }
 
