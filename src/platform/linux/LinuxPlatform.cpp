@@ -43,6 +43,9 @@ bool LinuxPlatform::Services::connectToXServer() {
     // What is in front may be another window by the time the key goes up.
     keys->setPressHandler([front = files.get()] { front->captureFront(); });
     keys->setDoneHandler([front = files.get()] { front->forgetFront(); });
+    windows->setChordMissedHandler([keys = keys.get()](const xcb_key_press_event_t& press) {
+        QMetaObject::invokeMethod(qGuiApp, [keys, press] { keys->chordWasMissed(press); });
+    });
     windowSystem = std::move(windows);
     fileManager = std::move(files);
     hotKeys = std::move(keys);

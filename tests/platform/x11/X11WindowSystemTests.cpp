@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+
 namespace brimwick {
 
 namespace {
@@ -105,6 +107,38 @@ TEST_F(HeldKeysTest, TheKeyboardStaysWithheldUntilEveryKeyIsUp) {
     EXPECT_FALSE(keyboard_.canGrabKeyboard());
     keyboard_.release(TestKey::returnKey);
     EXPECT_TRUE(waitFor([&] { return keyboard_.canGrabKeyboard(); }));
+}
+
+TEST_F(HeldKeysTest, AHotKeyPressedMeanwhileIsNotLost) {
+    std::atomic<int> chords = 0;
+    std::atomic<int> key = 0;
+    windows_->setChordMissedHandler([&](const xcb_key_press_event_t& press) {
+        key = press.detail;
+        ++chords;
+    });
+    holdKey(first_, TestKey::returnKey);
+    windows_->withholdHeldKeys();
+    keyboard_.press(TestKey::controlLeft);
+    keyboard_.press(TestKey::f);
+    keyboard_.release(TestKey::returnKey);
+    ASSERT_TRUE(waitFor([&] { return keyboard_.canGrabKeyboard(); }));
+    runLoopFor(200);
+    EXPECT_EQ(chords, 0) << "the hot key is still down";
+    keyboard_.release(TestKey::f);
+    EXPECT_TRUE(waitFor([&] { return chords == 1; }));
+    EXPECT_EQ(key, TestKey::f);
+}
+
+TEST_F(HeldKeysTest, LettersTypedMeanwhileAreNoHotKeys) {
+    std::atomic<int> chords = 0;
+    windows_->setChordMissedHandler([&](const xcb_key_press_event_t&) { ++chords; });
+    holdKey(first_, TestKey::returnKey);
+    windows_->withholdHeldKeys();
+    keyboard_.tap(TestKey::f);
+    keyboard_.release(TestKey::returnKey);
+    ASSERT_TRUE(waitFor([&] { return keyboard_.canGrabKeyboard(); }));
+    runLoopFor(200);
+    EXPECT_EQ(chords, 0);
 }
 
 TEST_F(HeldKeysTest, NothingIsTakenWhenNoKeyIsDown) {

@@ -140,6 +140,11 @@ void X11HotKeyService::handle(const xcb_generic_event_t& event) {
         mappingSettled_.start();
 }
 
+void X11HotKeyService::chordWasMissed(const xcb_key_press_event_t& press) {
+    keyWentDown(press);
+    keyWentUp(press);
+}
+
 void X11HotKeyService::keyWentDown(const xcb_key_press_event_t& event) {
     const auto sameKey = [&](const HotKey& hotKey) { return hotKey.key == event.detail; };
     const bool repeats = std::ranges::any_of(

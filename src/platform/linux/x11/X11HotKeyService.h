@@ -27,6 +27,8 @@ class X11HotKeyService : public HotKeyService {
     void setReleaseHandler(std::function<void(const HotKeyRelease&)> handler) override;
     /// Called when a hot key goes down, while the window that the user pressed it in is still in front.
     void setPressHandler(std::function<void()> handler);
+    /// Acts on a key that was pressed and is up again, of which the X server told somebody else.
+    void chordWasMissed(const xcb_key_press_event_t& press);
     /// Called when the release handler has returned.
     void setDoneHandler(std::function<void()> handler) { doneHandler_ = std::move(handler); }
 

@@ -20,6 +20,10 @@ class X11WindowSystem : public WindowSystem {
     void prepareToShow(WindowNumber window) override;
     void makeKeyAndOrderFront(WindowNumber window) override;
     void withholdHeldKeys() override;
+    /// As `HeldKeys` says.
+    void setChordMissedHandler(HeldKeys::ChordMissed handler) {
+        heldKeys_.setChordMissedHandler(std::move(handler));
+    }
 
   private:
     /// In the order of what was asked for the window before.
