@@ -3,9 +3,9 @@
 import signal
 
 import pytest
-from Xlib import X
 
 from harness import wait_until
+from harness.appearance import MapCounter
 from harness.picker import COPY, HOT_KEYS, MOVE, OPEN
 from harness.waiting import holds_for
 
@@ -34,7 +34,7 @@ def test_a_held_hot_key_fires_once_and_on_release(filing, mode):
     filing.desktop.keyboard.tap("Escape")
     filing.desktop.brimwick.wait_until_hidden()
     filing.wait_until_files_are_back_in_front()
-    maps = _MapCounter(filing.desktop.display, picker)
+    maps = MapCounter(filing.desktop.display, picker)
 
     *modifiers, key = HOT_KEYS[mode].split("+")
     with filing.desktop.keyboard.holding(*modifiers):
@@ -52,6 +52,7 @@ def test_a_hot_key_works_with_caps_lock_and_num_lock_on(filing):
         filing.invoke(OPEN)
         filing.desktop.keyboard.tap("Escape")
         filing.desktop.brimwick.wait_until_hidden()
+        filing.wait_until_files_are_back_in_front()
 
 
 @pytest.mark.short
@@ -62,27 +63,6 @@ def test_a_polite_end_is_quick_and_clean(filing, showing):
     process = filing.desktop.brimwick.process
     process.send(signal.SIGTERM)
     assert process.wait(3) == 0
-
-
-class _MapCounter:
-    """Counts how often a window is shown from now on."""
-
-    def __init__(self, display, window):
-        self._display = display
-        self._identifier = window.identifier
-        display.create_resource_object("window", window.identifier).change_attributes(
-            event_mask=X.StructureNotifyMask
-        )
-        display.sync()
-        self._maps = 0
-
-    def count(self) -> int:
-        self._display.sync()
-        while self._display.pending_events():
-            event = self._display.next_event()
-            if event.type == X.MapNotify and event.window.id == self._identifier:
-                self._maps += 1
-        return self._maps
 
 
 def _titles(filing):

@@ -2,6 +2,8 @@
 
 import pytest
 
+from harness import wait_until
+from harness.appearance import MapCounter
 from harness.picker import MOVE, OPEN
 from harness.waiting import holds_for
 
@@ -27,10 +29,10 @@ def test_open_needs_no_file_manager_in_front(filing):
 
 def test_invoking_another_mode_while_the_picker_shows_changes_the_mode(filing):
     filing.show_selected({"a.txt": b"a"})
-    filing.invoke(OPEN)
-    filing.desktop.keyboard.chord("ctrl+super+m")
-    picker = filing.desktop.brimwick.wait_for_picker()
-    filing.desktop.windows.wait_until_active(picker)
+    maps = MapCounter(filing.desktop.display, filing.invoke(OPEN))
+    filing.press_hot_key(MOVE)
+    wait_until(maps.count, "the picker is shown anew")
+    filing.desktop.brimwick.wait_for_picker()
     filing.choose("taxes")
     filing.confirm()
     filing.wait_for_action("Moved", ["a.txt"], filing.cabinet / "Taxes")

@@ -4,6 +4,7 @@ import pytest
 
 from filing import contents
 from harness import wait_until
+from harness.appearance import MapCounter
 from harness.brimwick import WINDOW_CLASS
 from harness.mouse import RIGHT
 from harness.picker import COPY, MOVE, OPEN
@@ -45,16 +46,18 @@ def test_the_button_opens_in_open_mode_and_the_picker_stays(filing):
 def test_a_double_click_shows_the_folder_and_the_picker_again(filing, mode):
     filing.show_selected({"a.txt": b"a"})
     places = _search(filing, mode)
+    maps = _map_counter(filing)
     filing.desktop.mouse.double_click(*places.result(ROW))
-    _expect_folder_shown_and_picker_ready(filing, mode)
+    _expect_folder_shown_and_picker_ready(filing, mode, maps)
 
 
 def test_the_show_button_shows_the_folder_and_the_picker_again(filing):
     filing.show_selected({"a.txt": b"a"})
     places = _search(filing, MOVE)
+    maps = _map_counter(filing)
     _click(filing, places.result(ROW))
     _click(filing, places.show_button())
-    _expect_folder_shown_and_picker_ready(filing, MOVE)
+    _expect_folder_shown_and_picker_ready(filing, MOVE, maps)
 
 
 def test_a_right_click_selects_its_row_and_the_menu_moves_there(filing):
@@ -68,15 +71,17 @@ def test_a_right_click_selects_its_row_and_the_menu_moves_there(filing):
 def test_the_menu_shows_the_folder_and_the_picker_again(filing):
     filing.show_selected({"a.txt": b"a"})
     places = _search(filing, MOVE)
+    maps = _map_counter(filing)
     _choose_from_menu(filing, places.result(ROW), 1, of=2)
-    _expect_folder_shown_and_picker_ready(filing, MOVE)
+    _expect_folder_shown_and_picker_ready(filing, MOVE, maps)
 
 
 def test_in_open_mode_the_menu_only_shows(filing):
     filing.show_unselected({})
     places = _search(filing, OPEN)
+    maps = _map_counter(filing)
     _choose_from_menu(filing, places.result(ROW), 0, of=1)
-    _expect_folder_shown_and_picker_ready(filing, OPEN)
+    _expect_folder_shown_and_picker_ready(filing, OPEN, maps)
 
 
 def test_the_context_menu_leaves_the_selected_files_in_sight(filing):
@@ -139,6 +144,10 @@ def _search(filing, mode):
     return filing.places(mode)
 
 
+def _map_counter(filing):
+    return MapCounter(filing.desktop.display, filing.desktop.brimwick.picker())
+
+
 def _click(filing, point):
     filing.desktop.mouse.click(*point)
 
@@ -157,10 +166,13 @@ def _choose_from_menu(filing, point, index, of):
     _click(filing, (menu.x + menu.width // 2, menu.y + menu.height * (2 * index + 1) // (2 * of)))
 
 
-def _expect_folder_shown_and_picker_ready(filing, mode):
+def _expect_folder_shown_and_picker_ready(filing, mode, maps):
     """The folder is in the file manager, and the picker in front again with the same files and the same row."""
-    filing.desktop.windows.wait_for("pcmanfm-qt", filing.ROWS[ROW])
-    filing.desktop.brimwick.wait_for_picker()
+    windows = filing.desktop.windows
+    windows.wait_for("pcmanfm-qt", filing.ROWS[ROW])
+    wait_until(maps.count, "the picker is shown anew")
+    picker = filing.desktop.brimwick.wait_for_picker()
+    assert holds_for(lambda: windows.active() == picker, 0.5), f"the focus went to {windows.active()}"
     if mode == OPEN:
         return
     assert contents(filing.inbox) == {"a.txt": b"a"}

@@ -1,4 +1,4 @@
-"""Tells to the fraction of a millisecond when a window is painted and has the focus."""
+"""Tells when a window appears: how often, and to the fraction of a millisecond when it is painted and focused."""
 
 import select
 import time
@@ -9,6 +9,27 @@ from Xlib.ext import damage
 
 from .waiting import WaitedTooLong
 from .windows import Window, Windows
+
+
+class MapCounter:
+    """Counts how often a window is shown from now on."""
+
+    def __init__(self, display, window: Window):
+        self._display = display
+        self._identifier = window.identifier
+        display.create_resource_object("window", window.identifier).change_attributes(
+            event_mask=X.StructureNotifyMask
+        )
+        display.sync()
+        self._maps = 0
+
+    def count(self) -> int:
+        self._display.sync()
+        while self._display.pending_events():
+            event = self._display.next_event()
+            if event.type == X.MapNotify and event.window.id == self._identifier:
+                self._maps += 1
+        return self._maps
 
 
 class AppearanceWatch:

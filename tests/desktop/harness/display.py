@@ -11,6 +11,8 @@ from .waiting import wait_until
 REPEAT_DELAY = 250
 REPEAT_INTERVAL = 40
 
+BACKGROUND = 0x4A6572
+
 
 def start_display(children: Children, size):
     """Starts an X server on a free display and puts its DISPLAY into the environment of what follows.
@@ -31,7 +33,16 @@ def start_display(children: Children, size):
 
     name = ":" + wait_until(number, "the X server names its display")
     children.environment["DISPLAY"] = name
-    return Xlib.display.Display(name)
+    display = Xlib.display.Display(name)
+    _paint_background(display)
+    return display
+
+
+def _paint_background(display):
+    root = display.screen().root
+    root.change_attributes(background_pixel=BACKGROUND)
+    root.clear_area()
+    display.sync()
 
 
 def _make_socket_folder():

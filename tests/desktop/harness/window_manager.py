@@ -8,6 +8,7 @@ from .windows import Windows
 CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew><followMouse>no</followMouse><focusLast>yes</focusLast></focus>
+  <resistance><strength>0</strength><screen_edge_strength>0</screen_edge_strength></resistance>
   <placement><policy>Smart</policy><center>yes</center></placement>
   <theme><name>Clearlooks</name><titleLayout>LMC</titleLayout><animateIconify>no</animateIconify></theme>
   <desktops><number>1</number><popupTime>0</popupTime></desktops>
