@@ -1,10 +1,15 @@
+#include "platform/linux/x11/XcbEvents.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
 #include <QLineEdit>
 
+#include <array>
 #include <csignal>
+#include <cstring>
 #include <random>
+#include <thread>
 
 #include "SelectionTest.h"
 
@@ -147,6 +152,62 @@ TEST_F(ClipboardOfTheUser, HoldsWhatTheUserCopiesInTheFileManagerAfterASelection
         return clipboardOwner() != owner;
     }));
     EXPECT_THAT(clipboard("text/uri-list"), HasSubstr("one.txt"));
+}
+
+TEST_F(ClipboardOfTheUser, IsOutOfReachAndNothingElseHappensWhenTheConnectionBreaks) {
+    openWithOneFileSelected();
+    offerClipboard("UTF8_STRING", "text");
+    ASSERT_THAT(selectedPaths(), SizeIs(1));
+    testing::internal::CaptureStderr();
+    xcb_kill_client(observer->get(), clipboardOwner());
+    observer->synchronise();
+    EXPECT_THAT(selectedPaths(), IsEmpty());
+    EXPECT_THAT(selectedPaths(), IsEmpty());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "brimwick: the connection to the X server broke; selections cannot be read\n");
+}
+
+TEST_F(ClipboardOfTheUser, GoesToTheClipboardManagerWhenThisProgramEnds) {
+    openWithOneFileSelected();
+    offerClipboard("UTF8_STRING", "text to be kept");
+    ASSERT_THAT(selectedPaths(), SizeIs(1));
+
+    std::optional<ClipboardItem> kept;
+    const auto connection = XcbConnection::connect();
+    std::optional<xcb_selection_request_event_t> request;
+    ClipboardReader* reader = nullptr;
+    EventPump pump(*connection, [&](const xcb_generic_event_t& event) {
+        reader->handle(event);
+        const auto* asked = eventAs<xcb_selection_request_event_t>(event, XCB_SELECTION_REQUEST);
+        if (asked != nullptr) request = *asked;
+    });
+    ClipboardReader itsReader(*connection, pump);
+    reader = &itsReader;
+    xcb_set_selection_owner(connection->get(), pump.window(), connection->atom("CLIPBOARD_MANAGER"),
+                            pump.serverTime());
+    connection->synchronise();
+    std::thread manager([&] {
+        if (!pump.until([&] { return request.has_value(); }, in(std::chrono::seconds(10)))) return;
+        kept = itsReader.read("UTF8_STRING", in(std::chrono::seconds(10)));
+        xcb_selection_notify_event_t done{XCB_SELECTION_NOTIFY,
+                                          0,
+                                          0,
+                                          request->time,
+                                          request->requestor,
+                                          request->selection,
+                                          request->target,
+                                          request->property};
+        std::array<char, 32> wire{};
+        std::memcpy(wire.data(), &done, sizeof done);
+        xcb_send_event(connection->get(), 0, request->requestor, XCB_EVENT_MASK_NO_EVENT, wire.data());
+        connection->synchronise();
+    });
+    fileManager.reset();
+    manager.join();
+    ASSERT_TRUE(request);
+    EXPECT_EQ(connection->atomName(request->target), "SAVE_TARGETS");
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->bytes, "text to be kept");
 }
 
 /// The clipboard of this very program, after a key of the user in its window.

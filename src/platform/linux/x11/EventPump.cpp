@@ -26,9 +26,9 @@ bool EventPump::until(const std::function<bool()>& condition, Deadline deadline)
         drain();
         if (condition()) return true;
         if (connection_.isBroken() || std::chrono::steady_clock::now() >= deadline) return false;
-        // A reply read by the condition can have taken events in, with nothing left to wake the sleep.
-        if (drain()) continue;
+        // Waiting for a reply, and even sending, can take events in, with nothing left to wake the sleep.
         xcb_flush(connection_.get());
+        if (drain()) continue;
         sleepUntil(deadline);
     }
 }

@@ -2,6 +2,8 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
+
 namespace brimwick {
 
 /// The number of an event, whether the server or another client sent it.
