@@ -96,7 +96,6 @@ void PickerController::moveCopyOrOpen(bool showInFinder) {
 
 void PickerController::folderWasShown() {
     if (!returnsOverFolder_ || !isVisible()) return;
-    returnsOverFolder_ = false;
     wickWindow_.makeKeyAndOrderFront();
     if (mode_ != BWModeOpen) controls_.selectedFilesTableView->setVisible(true);
 }

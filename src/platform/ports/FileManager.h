@@ -40,7 +40,7 @@ class FileManager {
     virtual void selectDesktop() = 0;
     /// Shows a folder in the file manager. Returns at once; a failure goes to stderr.
     virtual void openFolder(const std::string& fileUrl) = 0;
-    /// Called when a folder that was opened has come to the front, and with it has taken the keyboard focus.
+    /// Called each time that the window of an opened folder takes the keyboard focus while it appears.
     virtual void setFolderShownHandler(std::function<void()> handler) = 0;
 };
 

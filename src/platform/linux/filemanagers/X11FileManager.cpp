@@ -17,6 +17,8 @@ namespace {
 
 /// A file manager that has to start first takes its time.
 constexpr std::chrono::milliseconds openingTime{10'000};
+/// Some ask for the focus once more after their window has been given it.
+constexpr std::chrono::milliseconds appearanceTime{1'000};
 
 } // namespace
 
@@ -44,23 +46,28 @@ Capability X11FileManager::capability() const {
 void X11FileManager::foreignActivated(const WindowTraits& window) {
     if (fileManagerOf(window) != nullptr) {
         lastFileManager_ = window.window;
-        if (opening_ && opening_->known != window.window) {
-            const bool ours = std::chrono::steady_clock::now() < opening_->until;
-            opening_.reset();
-            if (ours && folderShown_) folderShown_();
+        if (isOpeningFolder() && opening_->known != window.window) {
+            if (!opening_->appeared) opening_->until = in(appearanceTime);
+            opening_->appeared = true;
+            if (folderShown_) folderShown_();
         }
     } else {
         // Focus that merely falls back to where the user was says nothing; any other window is the user's
         // choice.
-        if (opening_ && opening_->from != window.window) opening_.reset();
+        if (isOpeningFolder() && opening_->from != window.window) opening_.reset();
     }
     lastFront_ = window.window;
+}
+
+bool X11FileManager::isOpeningFolder() {
+    if (opening_ && std::chrono::steady_clock::now() >= opening_->until) opening_.reset();
+    return opening_.has_value();
 }
 
 std::optional<std::string> X11FileManager::frontmostProcessName() {
     if (!front_.canTell()) return std::nullopt;
     const auto window = front_.inFront();
-    if (opening_ || !window || fileManagerOf(*window) != nullptr) return finderProcessName;
+    if (isOpeningFolder() || !window || fileManagerOf(*window) != nullptr) return finderProcessName;
     return window->windowClass;
 }
 

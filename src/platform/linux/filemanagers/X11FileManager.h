@@ -40,7 +40,7 @@ class X11FileManager : public FileManager {
     void setFolderShownHandler(std::function<void()> handler) override { folderShown_ = std::move(handler); }
 
   private:
-    /// A folder was asked for, and its window is not in front yet.
+    /// A folder was asked for, and its window is appearing.
     struct OpeningFolder {
         /// The window that the user was in.
         std::optional<xcb_window_t> from;
@@ -48,8 +48,10 @@ class X11FileManager : public FileManager {
         std::optional<xcb_window_t> known;
         /// Later, a window that comes to the front is the user's doing.
         Deadline until;
+        bool appeared = false;
     };
 
+    bool isOpeningFolder();
     void foreignActivated(const WindowTraits& window);
     void bringForward(xcb_window_t window);
     std::optional<WindowTraits> fileManagerWindow();
