@@ -48,7 +48,8 @@ tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, co
     const std::error_code code = log.error().code;
     FileError error = fileError(code == std::errc::operation_not_supported ? "Could not copy the special file"
                                                                            : "Could not copy",
-                                inside.empty() ? source.path() : source.path() + "/" + inside, code);
+                                inside.empty() ? source.path() : source.path() + "/" + inside, target.path(),
+                                code);
     const std::string leftover = target.pathOf(staged.name_);
     if (staged.discard()) error.description += " (left behind: \"" + leftover + "\")";
     return tl::unexpected(std::move(error));

@@ -1,6 +1,6 @@
 #include "SelectionTest.h"
 
-#include "platform/linux/filemanagers/UriList.h"
+#include "model/FileUrl.h"
 #include "platform/linux/x11/KeyboardFocus.h"
 #include "platform/linux/x11/QtClipboardSnapshot.h"
 #include "platform/linux/x11/WindowPing.h"

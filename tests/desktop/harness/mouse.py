@@ -28,7 +28,3 @@ class Mouse:
         self.move(x, y)
         self.press(button)
         self.release(button)
-
-    def double_click(self, x: int, y: int):
-        self.click(x, y)
-        self.click(x, y)

@@ -120,8 +120,8 @@ TEST_P(CopyItem, RefusesAPipeWithoutWaitingForIt) {
     require(mkfifo((source / "pipe").c_str(), 0600) == 0, "mkfifo");
     const auto path = copyItem(source / "pipe", at(target / "pipe"));
     ASSERT_FALSE(path);
-    EXPECT_EQ(path.error().description,
-              "Could not copy the special file \"" + (source / "pipe") + "\": Operation not supported");
+    EXPECT_EQ(path.error().description, "Could not copy the special file \"" + (source / "pipe") +
+                                            "\" to \"" + target.path() + "\": Operation not supported");
     EXPECT_THAT(namesIn(target.path()), IsEmpty());
 }
 
@@ -137,7 +137,8 @@ TEST_P(CopyItem, LeavesNothingOfAFolderWithAFileThatCannotBeRead) {
         const OrdinaryUser user;
         const auto path = copyItem(source / "d", at(target / "d"));
         ASSERT_FALSE(path);
-        EXPECT_EQ(path.error().description, "Could not copy \"" + (source / "d/z") + "\": Permission denied");
+        EXPECT_EQ(path.error().description, "Could not copy \"" + (source / "d/z") + "\" to \"" +
+                                                target.path() + "\": Permission denied");
     }
     EXPECT_THAT(namesIn(target.path()), IsEmpty());
     EXPECT_THAT(namesIn(source / "d"), ElementsAre("a", "locked", "z"));
@@ -153,8 +154,8 @@ TEST_P(CopyItem, LeavesNothingWhenAWriteFails) {
         const Limit limit(RLIMIT_FSIZE, 1'000'000);
         const auto copied = copyItem(source / name, at(target / "copy"));
         ASSERT_FALSE(copied);
-        EXPECT_EQ(copied.error().description,
-                  "Could not copy \"" + (source / "d/zlarge") + "\": File too large");
+        EXPECT_EQ(copied.error().description, "Could not copy \"" + (source / "d/zlarge") + "\" to \"" +
+                                                  target.path() + "\": File too large");
         EXPECT_THAT(namesIn(target.path()), IsEmpty());
     }
     std::signal(SIGXFSZ, SIG_DFL);
@@ -291,8 +292,8 @@ TEST(CopyItemOnAFullDisk, LeavesNothingAndKeepsTheSource) {
     const bool ran = onSmallDisk(disk.path(), [&] {
         const auto copied = copyItem(source / "d", at(disk / "d"));
         ASSERT_FALSE(copied);
-        EXPECT_EQ(copied.error().description,
-                  "Could not copy \"" + (source / "d/second") + "\": No space left on device");
+        EXPECT_EQ(copied.error().description, "Could not copy \"" + (source / "d/second") + "\" to \"" +
+                                                  disk.path() + "\": No space left on device");
         EXPECT_THAT(namesIn(disk.path()), IsEmpty());
         EXPECT_FALSE(moveItem(source / "d", at(disk / "d")));
         EXPECT_THAT(namesIn(disk.path()), IsEmpty());
