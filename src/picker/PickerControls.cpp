@@ -124,11 +124,11 @@ void PickerControls::layOut(Mode mode) const {
     const int buttonY = (buttonStrip - buttonHeight) / 2;
     int right = width - margin;
     for (QPushButton* button : {wickWindowMoveButton, wickWindowShowInFinderButton}) {
-        const int buttonWidth = button->sizeHint().width();
+        const int buttonWidth = button->sizeHint().width() + margin;
         place(button, right - buttonWidth, buttonY, buttonWidth, buttonHeight);
         right -= buttonWidth + margin / 2;
     }
-    place(wickWindowCloseButton, margin, buttonY, wickWindowCloseButton->sizeHint().width(), buttonHeight);
+    place(wickWindowCloseButton, margin, buttonY, wickWindowCloseButton->sizeHint().width() + margin, buttonHeight);
 
     wickWindowCurtain->setGeometry(wickWindow->rect());
     wickWindowCurtain->raise();
