@@ -46,10 +46,9 @@ tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, co
     }
     const std::string& inside = log.error().relativePath;
     const std::error_code code = log.error().code;
-    FileError error = fileError(code == std::errc::operation_not_supported ? "Could not copy the special file"
-                                                                           : "Could not copy",
-                                inside.empty() ? source.path() : source.path() + "/" + inside, target.path(),
-                                code);
+    FileError error = fileError(
+        code == std::errc::operation_not_supported ? "Could not copy the special file" : "Could not copy",
+        inside.empty() ? source.path() : source.path() + "/" + inside, target.path(), code);
     const std::string leftover = target.pathOf(staged.name_);
     if (staged.discard()) error.description += " (left behind: \"" + leftover + "\")";
     return tl::unexpected(std::move(error));

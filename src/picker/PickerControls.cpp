@@ -128,7 +128,8 @@ void PickerControls::layOut(Mode mode) const {
         place(button, right - buttonWidth, buttonY, buttonWidth, buttonHeight);
         right -= buttonWidth + margin / 2;
     }
-    place(wickWindowCloseButton, margin, buttonY, wickWindowCloseButton->sizeHint().width() + margin, buttonHeight);
+    place(wickWindowCloseButton, margin, buttonY, wickWindowCloseButton->sizeHint().width() + margin,
+          buttonHeight);
 
     wickWindowCurtain->setGeometry(wickWindow->rect());
     wickWindowCurtain->raise();
