@@ -2,9 +2,17 @@
 
 namespace brimwick {
 
+namespace {
+
+constexpr std::int64_t highestKeyCode = 127;
+
+} // namespace
+
 HotKeyApplication::Combination HotKeyApplication::storedCombination(Mode mode) const {
     const auto combination = [](std::int64_t code, std::int64_t flags) {
-        return Combination{static_cast<std::uint16_t>(code), static_cast<std::uint64_t>(flags)};
+        const bool isUsable =
+            code >= 0 && code <= highestKeyCode && hotKeyModifiers(static_cast<std::uint64_t>(flags)) != 0;
+        return Combination{static_cast<std::uint16_t>(code), static_cast<std::uint64_t>(flags), isUsable};
     };
     switch (mode) {
     case BWModeMove:
@@ -31,6 +39,8 @@ bool HotKeyApplication::applyHotKeyPreferenceWithKeyCodeModifierFlagsUnregisterO
 void HotKeyApplication::applyAllHotKeys(bool unregisterOldHotKeys) {
     for (const Mode mode : {BWModeMove, BWModeCopy, BWModeOpen}) {
         const Combination stored = storedCombination(mode);
+        // Without any modifier it would take a key away from everybody who types.
+        if (!stored.isUsable) continue;
         applyHotKeyPreferenceWithKeyCodeModifierFlagsUnregisterOldOneForMode(
             stored.keyCode, stored.modifierFlags, unregisterOldHotKeys, mode);
     }

@@ -22,13 +22,15 @@ class HotKeyApplication {
                                                                               std::uint64_t modifierFlags,
                                                                               bool unregisterOldOne,
                                                                               Mode mode);
-    /// The stored combinations of Move, Copy and Open, in this order. Refusals are silent.
+    /// The stored combinations of Move, Copy and Open, in this order. Refusals are silent; so is a
+    /// combination that is no key, or one without a modifier.
     void applyAllHotKeys(bool unregisterOldHotKeys);
 
   private:
     struct Combination {
         std::uint16_t keyCode;
         std::uint64_t modifierFlags;
+        bool isUsable;
     };
     Combination storedCombination(Mode mode) const;
 

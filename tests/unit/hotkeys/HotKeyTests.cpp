@@ -119,6 +119,15 @@ TEST_F(HotKeyApplicationTest, IsSilentAboutCombinationsThatAreRefusedAtStart) {
     EXPECT_EQ(service.held->size(), 1U);
 }
 
+TEST_F(HotKeyApplicationTest, TakesNoKeyWithoutModifiersAndNoCodeThatIsNoKey) {
+    preferences.preferences().remove("HotKeyCode");
+    preferences.preferences().remove("HotKeyModifierFlags");
+    preferences.preferences().set("CopyModeHotKeyModifierFlags", {std::string("65536")});
+    preferences.preferences().set("OpenModeHotKeyCode", {std::string("65567")});
+    application.applyAllHotKeys(false);
+    EXPECT_TRUE(service.held->empty());
+}
+
 TEST_F(HotKeyApplicationTest, ReplacesTheStoredHotKeyOfAMode) {
     application.applyAllHotKeys(false);
     EXPECT_TRUE(application.applyHotKeyPreferenceWithKeyCodeModifierFlagsUnregisterOldOneForMode(
