@@ -2,6 +2,7 @@
 
 #include "actions/SystemError.h"
 #include "model/FileDescriptor.h"
+#include "model/FileUrl.h"
 #include "model/PathText.h"
 
 #include <fcntl.h>
@@ -28,23 +29,6 @@ std::error_code makePrivateFolders(const std::string& path) {
     if (errno != ENOENT || path == "/") return lastSystemError();
     if (auto error = makePrivateFolders(parentPath(path))) return error;
     return mkdir(path.c_str(), 0700) == 0 || errno == EEXIST ? std::error_code() : lastSystemError();
-}
-
-std::string percentEncoded(const std::string& path) {
-    static constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string encoded;
-    for (const char character : path) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte < 128 && (std::isalnum(byte) != 0 ||
-                           std::string_view("/-_.~").find(character) != std::string_view::npos)) {
-            encoded += character;
-        } else {
-            encoded += '%';
-            encoded += digits[byte >> 4U];
-            encoded += digits[byte & 15U];
-        }
-    }
-    return encoded;
 }
 
 std::string localTimeNow() {
@@ -89,7 +73,7 @@ std::error_code TrashFolder::addRecord(const std::string& name, const std::strin
         open(recordPath(name).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (!record) return lastSystemError();
     const std::string text =
-        "[Trash Info]\nPath=" + percentEncoded(originalPath) + "\nDeletionDate=" + localTimeNow() + "\n";
+        "[Trash Info]\nPath=" + percentEncodedPath(originalPath) + "\nDeletionDate=" + localTimeNow() + "\n";
     errno = ENOSPC;
     const bool written = write(record.get(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
     if (written && record.close()) return {};

@@ -38,18 +38,23 @@ std::optional<std::string> percentDecoded(std::string_view text) {
 
 } // namespace
 
-std::string fileUrlWithPath(std::string_view path, bool isDirectory) {
-    std::string url = "file://";
+std::string percentEncodedPath(std::string_view path) {
+    std::string encoded;
     for (const char character : path) {
         if (character == '/' || unreserved.find(character) != std::string_view::npos) {
-            url += character;
+            encoded += character;
             continue;
         }
         const auto byte = static_cast<unsigned char>(character);
-        url += '%';
-        url += hexDigits[byte >> 4];
-        url += hexDigits[byte & 15];
+        encoded += '%';
+        encoded += hexDigits[byte >> 4];
+        encoded += hexDigits[byte & 15];
     }
+    return encoded;
+}
+
+std::string fileUrlWithPath(std::string_view path, bool isDirectory) {
+    std::string url = "file://" + percentEncodedPath(path);
     if (isDirectory && !url.ends_with('/')) url += '/';
     return url;
 }
