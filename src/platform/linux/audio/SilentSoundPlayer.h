@@ -4,7 +4,7 @@
 
 namespace brimwick {
 
-/// Plays nothing: what a desktop without a sound device has.
+/// Plays nothing. There are no clips yet.
 class SilentSoundPlayer : public SoundPlayer {
   public:
     void play(const std::string& clip) override;

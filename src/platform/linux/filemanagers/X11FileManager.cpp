@@ -17,6 +17,8 @@ namespace {
 
 /// A file manager that has to start first takes its time.
 constexpr std::chrono::milliseconds openingTime{10'000};
+/// What is asked in one breath with the opening is asked of the file manager.
+constexpr std::chrono::milliseconds frontTime{2'000};
 /// Some ask for the focus once more after their window has been given it.
 constexpr std::chrono::milliseconds appearanceTime{1'000};
 
@@ -67,7 +69,9 @@ bool X11FileManager::isOpeningFolder() {
 std::optional<std::string> X11FileManager::frontmostProcessName() {
     if (!front_.canTell()) return std::nullopt;
     const auto window = front_.inFront();
-    if (isOpeningFolder() || !window || fileManagerOf(*window) != nullptr) return finderProcessName;
+    const bool openedJustNow =
+        isOpeningFolder() && std::chrono::steady_clock::now() < opening_->countsAsFrontUntil;
+    if (openedJustNow || !window || fileManagerOf(*window) != nullptr) return finderProcessName;
     return window->windowClass;
 }
 
@@ -156,7 +160,7 @@ void X11FileManager::leaveDesktop() {
 
 void X11FileManager::openFolder(const std::string& fileUrl) {
     front_.drain();
-    opening_ = OpeningFolder{lastFront_, lastFileManager_, in(openingTime)};
+    opening_ = OpeningFolder{lastFront_, lastFileManager_, in(frontTime), in(openingTime)};
     std::optional<FileManagerProgram> inUse;
     if (lastFileManager_)
         if (const FileManagerAdapter* adapter =

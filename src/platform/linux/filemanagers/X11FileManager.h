@@ -4,7 +4,6 @@
 #include "platform/linux/x11/ClipboardKeeper.h"
 #include "platform/linux/x11/FrontWindow.h"
 #include "platform/ports/FileManager.h"
-#include "platform/ports/WindowSystem.h"
 
 namespace brimwick {
 
@@ -26,8 +25,6 @@ class X11FileManager : public FileManager {
     void captureFront() { front_.capture(); }
     /// To be called when the hot key's request is done.
     void forgetFront() { front_.forgetCapture(); }
-    /// A window of ours that does not say which process it belongs to.
-    void addOwnWindow(WindowNumber window) { front_.addOwnWindow(static_cast<xcb_window_t>(window)); }
 
     Capability capability() const override;
     std::optional<std::string> frontmostProcessName() override;
@@ -46,6 +43,8 @@ class X11FileManager : public FileManager {
         std::optional<xcb_window_t> from;
         /// The file manager's window that was there already.
         std::optional<xcb_window_t> known;
+        /// Until then the file manager counts as in front.
+        Deadline countsAsFrontUntil;
         /// Later, a window that comes to the front is the user's doing.
         Deadline until;
         bool appeared = false;

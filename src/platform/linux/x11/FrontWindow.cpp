@@ -45,7 +45,7 @@ void FrontWindow::noteActive() {
 
 bool FrontWindow::isForeign(const WindowTraits& traits) const {
     if (traits.type == WindowType::other) return false;
-    return traits.processId != static_cast<std::uint32_t>(getpid()) && !ownWindows_.contains(traits.window);
+    return traits.processId != static_cast<std::uint32_t>(getpid());
 }
 
 std::optional<xcb_window_t> FrontWindow::active() {
@@ -83,6 +83,9 @@ std::optional<WindowTraits> FrontWindow::presentFront() {
     if (!window) return std::nullopt;
     const WindowTraits traits = traitsOf(*connection_, *window);
     if (isForeign(traits)) return traits;
+    // A dialog stands for the window of its program, and for no other.
+    const bool isOurs = traits.processId == static_cast<std::uint32_t>(getpid());
+    if (!isOurs && !(lastForeign_ && lastForeign_->processId == traits.processId)) return traits;
     if (lastForeign_ && isShown(*connection_, lastForeign_->window)) return lastForeign_;
     for (const WindowTraits& candidate : stacking())
         if (isForeign(candidate) && isShown(*connection_, candidate.window)) return candidate;

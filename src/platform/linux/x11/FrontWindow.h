@@ -5,7 +5,6 @@
 #include "platform/linux/x11/XcbEventSource.h"
 
 #include <optional>
-#include <set>
 
 namespace brimwick {
 
@@ -23,8 +22,6 @@ class FrontWindow {
     XcbConnection& connection() { return *connection_; }
     /// Whether a window manager runs that says which window is active.
     bool canTell();
-    /// Windows of this process are known as ours; this is for one that does not say whose it is.
-    void addOwnWindow(xcb_window_t window) { ownWindows_.insert(window); }
 
     /// Remembers the window that is in front at this moment, when a hot key went down, as the answer to the
     /// next `inFront`.
@@ -62,7 +59,6 @@ class FrontWindow {
     ForeignActivated foreignActivated_;
     EventPump pump_;
     XcbEventSource events_;
-    std::set<xcb_window_t> ownWindows_;
     std::optional<WindowTraits> lastForeign_;
     std::optional<std::optional<WindowTraits>> captured_;
     std::optional<PendingActivation> pending_;
