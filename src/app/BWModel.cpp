@@ -6,17 +6,17 @@
 
 namespace brimwick {
 
-BWModel::BWModel(const Ports& ports, RebuildObserver& view, UserNotifications& notifications,
-                 Resources resources, std::string homeDirectory, std::function<std::uint32_t()> random)
+BWModel::BWModel(const Ports& ports, UserNotifications& view, Resources resources, std::string homeDirectory,
+                 std::function<std::uint32_t()> random)
     : homeDirectory_(std::move(homeDirectory)),
       appSupportRootPath_(homeDirectory_ + "/Library/Application Support/Brimwick"),
       downloadPath_(homeDirectory_ + "/Downloads"),
       preferences_(appSupportRootPath_, std::move(resources), folderIndexer_.indexedFolders()),
-      folderSearch_(folderIndexer_), indexRebuilder_(folderIndexer_, preferences_, ports.mainLoop, view),
+      folderSearch_(folderIndexer_), indexRebuilder_(folderIndexer_, preferences_, ports.mainLoop),
       sounds_(ports.sounds, std::move(random)), hotKeyCenter_(ports.hotKeys),
       hotKeys_(hotKeyCenter_, preferences_) {
     if (!makeBrimwickFolder())
-        notifications.sendUserNotification(
+        view.sendUserNotification(
             "ERROR: Could not create Brimwick folder in you Application Support folder.");
     preferences_.loadPreferences();
     applyPreferencesAndUnregisterOldHotKeysAndRebuildIndex(false, false);

@@ -23,10 +23,9 @@ namespace brimwick {
 class BWModel {
   public:
     /// Makes the support folder below the home, loads the preferences, registers the hot keys, fills the list
-    /// of indexed folders and plays the launch sound. `random` yields a fresh number at every call. The view
-    /// is not used before the first rebuild is requested, and may be constructed after the model.
-    BWModel(const Ports& ports, RebuildObserver& view, UserNotifications& notifications, Resources resources,
-            std::string homeDirectory, std::function<std::uint32_t()> random);
+    /// of indexed folders and plays the launch sound. `random` yields a fresh number at every call.
+    BWModel(const Ports& ports, UserNotifications& view, Resources resources, std::string homeDirectory,
+            std::function<std::uint32_t()> random);
 
     /// The home folder of the real user, whatever HOME says.
     static std::string realHomeDirectory();

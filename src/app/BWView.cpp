@@ -8,18 +8,23 @@ BWView::BWView(BWModel& model, const Ports& ports, UserNotifications& notificati
                WorkspaceNotificationCenter& notificationCenter, const EntryIcons& icons, Resources resources)
     : model_(model), notifications_(notifications), notificationCenter_(notificationCenter),
       resources_(std::move(resources)),
-      picker_(PickerSurroundings{model.preferences(), model.folderSearch(), model.undoStack(), model.sounds(),
-                                 notifications, ports.fileManager, ports.windowSystem, notificationCenter,
-                                 icons, model.homeDirectory(),
-                                 [this] { return model_.indexRebuilder().indexIsRebuilding(); },
-                                 [this] { return model_.indexRebuilder().indexHasBeenInitialized(); },
-                                 [this] { showRebuildIndexProgressIndicator(); }, [] {}}),
+      picker_(PickerSurroundings{
+          model.preferences(), model.folderSearch(), model.undoStack(), model.sounds(), notifications,
+          ports.fileManager, ports.windowSystem, notificationCenter, icons, model.homeDirectory(),
+          [this] { return model_.indexRebuilder().indexIsRebuilding(); },
+          [this] { return model_.indexRebuilder().indexHasBeenInitialized(); },
+          [this] { showRebuildIndexProgressIndicator(); }, [this] { preferences_.hidePreferences(); }}),
       statusMenu_(
           model.undoStack(), model.redoStack(),
           [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); }),
-      keyDispatcher_(picker_) {
+      keyDispatcher_(picker_, preferences_) {
+    model_.indexRebuilder().setObserver(*this);
     model_.hotKeys().setInvocation(
         [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); });
+}
+
+BWView::~BWView() {
+    model_.hotKeys().setInvocation(nullptr);
 }
 
 void BWView::initializeUserInterface() {
@@ -28,10 +33,13 @@ void BWView::initializeUserInterface() {
     IndexRebuilder& rebuilder = model_.indexRebuilder();
     rebuilder.rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger(), rebuildReasonFirstIndex);
     rebuilder.initializeEventStream();
+    preferences_.hideIndexedFoldersCurtain();
     statusMenu_.bindStacks();
     initializeNotificationCenter();
     picker_.restoreWindowSize();
     picker_.wickWindow().setPhantomMode(true);
+    preferences_.enableDisablePreferencesWindowControls();
+    updates_.checkForUpdate();
     preferencesUIHasBeenInitialized_ = true;
 }
 

@@ -9,6 +9,8 @@
 #include "picker/EntryIcons.h"
 #include "picker/PickerController.h"
 #include "platform/ports/Ports.h"
+#include "preferences/PreferencesController.h"
+#include "update/UpdateController.h"
 
 namespace brimwick {
 
@@ -18,6 +20,10 @@ class BWView : public RebuildObserver {
     /// Everything outlives the view.
     BWView(BWModel& model, const Ports& ports, UserNotifications& notifications,
            WorkspaceNotificationCenter& notificationCenter, const EntryIcons& icons, Resources resources);
+
+    BWView(const BWView&) = delete;
+    BWView& operator=(const BWView&) = delete;
+    ~BWView() override;
 
     /// Brings the interface up and asks for the first index. Later calls do nothing.
     void initializeUserInterface();
@@ -46,6 +52,8 @@ class BWView : public RebuildObserver {
     UserNotifications& notifications_;
     WorkspaceNotificationCenter& notificationCenter_;
     Resources resources_;
+    PreferencesController preferences_;
+    UpdateController updates_;
     PickerController picker_;
     StatusMenu statusMenu_;
     KeyDispatcher keyDispatcher_;

@@ -6,7 +6,7 @@ namespace brimwick {
 
 Brimwick::Brimwick(const Ports& ports, const std::string& homeDirectory, const Resources& resources)
     : icons_(resources), notifications_(ports.notifications, ports.mainLoop),
-      model_(ports, view_, notifications_, resources, homeDirectory, [] { return std::random_device()(); }),
+      model_(ports, notifications_, resources, homeDirectory, [] { return std::random_device()(); }),
       view_(model_, ports, notifications_, notificationCenter_, icons_, resources), delegate_(view_) {
     delegate_.awakeFromNib();
 }

@@ -4,6 +4,7 @@
 #include "picker/BWWickTableView.h"
 #include "picker/PickerController.h"
 #include "picker/PickerGeometry.h"
+#include "preferences/PreferencesController.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -39,6 +40,13 @@ std::optional<KeyDispatcher::Command> KeyDispatcher::pickerCommand(const KeyEven
         break;
     case KeyCode::escape:
         return [this] { picker_.wickWindowCloseButtonWasPressed(); };
+    case KeyCode::comma:
+        if (command)
+            return [this] {
+                picker_.wickWindow().setPhantomMode(true);
+                preferences_.showPreferences();
+            };
+        break;
     case KeyCode::returnKey:
     case KeyCode::keypadEnter:
         return [this] { picker_.wickWindowMoveButtonWasPressed(); };

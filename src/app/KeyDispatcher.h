@@ -8,11 +8,14 @@
 namespace brimwick {
 
 class PickerController;
+class PreferencesController;
 
 /// Decides about every key press and release before a window sees it. Main thread only.
 class KeyDispatcher {
   public:
-    explicit KeyDispatcher(PickerController& picker) : picker_(picker) {}
+    /// Both outlive the dispatcher.
+    KeyDispatcher(PickerController& picker, PreferencesController& preferences)
+        : picker_(picker), preferences_(preferences) {}
 
     /// Acts on a press; true when it is swallowed.
     bool handleKeyDown(const KeyEvent& event);
@@ -28,6 +31,7 @@ class KeyDispatcher {
     bool pickerIsKeyWindow() const;
 
     PickerController& picker_;
+    PreferencesController& preferences_;
 };
 
 } // namespace brimwick

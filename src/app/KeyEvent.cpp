@@ -18,12 +18,13 @@ constexpr std::uint32_t scanCodeOffset = 8;
 
 using KeyOfQt = std::pair<int, std::uint16_t>;
 
-constexpr std::array<KeyOfQt, 6> windowShortcuts{{{Qt::Key_A, KeyCode::a},
+constexpr std::array<KeyOfQt, 7> windowShortcuts{{{Qt::Key_A, KeyCode::a},
                                                   {Qt::Key_Z, KeyCode::z},
                                                   {Qt::Key_X, KeyCode::x},
                                                   {Qt::Key_C, KeyCode::c},
                                                   {Qt::Key_V, KeyCode::v},
-                                                  {Qt::Key_W, KeyCode::w}}};
+                                                  {Qt::Key_W, KeyCode::w},
+                                                  {Qt::Key_Comma, KeyCode::comma}}};
 
 /// Keys that a virtual keyboard may send without a scan code.
 constexpr std::array<KeyOfQt, 7> namedKeys{{{Qt::Key_Return, KeyCode::returnKey},

@@ -15,6 +15,7 @@ inline constexpr std::uint16_t c = 8;
 inline constexpr std::uint16_t v = 9;
 inline constexpr std::uint16_t w = 13;
 inline constexpr std::uint16_t returnKey = 36;
+inline constexpr std::uint16_t comma = 43;
 inline constexpr std::uint16_t escape = 53;
 inline constexpr std::uint16_t keypadEnter = 76;
 inline constexpr std::uint16_t pageUp = 116;

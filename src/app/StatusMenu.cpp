@@ -11,6 +11,17 @@
 
 namespace brimwick {
 
+namespace {
+
+constexpr int aboutIconSize = 64;
+
+} // namespace
+
+StatusMenu::~StatusMenu() {
+    undoStack_.setMenuItem(nullptr);
+    redoStack_.setMenuItem(nullptr);
+}
+
 StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack,
                        std::function<void(Mode)> invoke)
     : undoStack_(undoStack), redoStack_(redoStack), invoke_(std::move(invoke)),
@@ -76,16 +87,20 @@ void StatusMenu::redoMenuItemSelected() {
 }
 
 void StatusMenu::aboutMenuItemSelected() {
-    auto* about = new QMessageBox(
-        QMessageBox::NoIcon, "About Brimwick",
-        QString("<b>Brimwick %1</b><br>Files things away, fast.").arg(BRIMWICK_VERSION), QMessageBox::Close);
-    about->setIconPixmap(QApplication::windowIcon().pixmap(64));
-    about->setAttribute(Qt::WA_DeleteOnClose);
-    about->show();
+    if (!about_) {
+        about_ = std::make_unique<QMessageBox>(
+            QMessageBox::NoIcon, "About Brimwick",
+            QString("<b>Brimwick %1</b><br>Files things away, fast.").arg(BRIMWICK_VERSION),
+            QMessageBox::Close);
+        about_->setIconPixmap(QApplication::windowIcon().pixmap(aboutIconSize));
+    }
+    about_->show();
+    about_->raise();
+    about_->activateWindow();
 }
 
 void StatusMenu::quitMenuItemSelected() {
-    QApplication::quit();
+    BWApplication::terminate();
 }
 
 } // namespace brimwick

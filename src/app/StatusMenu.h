@@ -9,6 +9,9 @@
 #include <QSystemTrayIcon>
 
 #include <functional>
+#include <memory>
+
+class QMessageBox;
 
 namespace brimwick {
 
@@ -17,6 +20,10 @@ class StatusMenu {
   public:
     /// The stacks outlive the menu. `invoke` opens the picker in a mode.
     StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack, std::function<void(Mode)> invoke);
+
+    StatusMenu(const StatusMenu&) = delete;
+    StatusMenu& operator=(const StatusMenu&) = delete;
+    ~StatusMenu();
 
     /// Puts the item into the system's tray with its icon and tool tip; says on stderr when there is no tray.
     void showStatusItem(const Resources& resources);
@@ -53,6 +60,7 @@ class StatusMenu {
     QAction* redoMenuItem_;
     QAction* aboutMenuItem_;
     QSystemTrayIcon statusItem_;
+    std::unique_ptr<QMessageBox> about_;
 };
 
 } // namespace brimwick

@@ -18,9 +18,9 @@ void complain(const std::exception& error) {
 } // namespace
 
 IndexRebuilder::IndexRebuilder(FolderIndexer& indexer, const PreferencesStore& preferences,
-                               MainLoop& mainLoop, RebuildObserver& observer, IndexBuilder buildIndex)
-    : indexer_(indexer), preferences_(preferences), mainLoop_(mainLoop), observer_(observer),
-      buildIndex_(std::move(buildIndex)), lastFSEventTime_(mainLoop.now()) {}
+                               MainLoop& mainLoop, IndexBuilder buildIndex)
+    : indexer_(indexer), preferences_(preferences), mainLoop_(mainLoop), buildIndex_(std::move(buildIndex)),
+      lastFSEventTime_(mainLoop.now()) {}
 
 void IndexRebuilder::rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger recursionCount,
                                                                              RebuildReasonCode reason) {
@@ -36,13 +36,13 @@ void IndexRebuilder::rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWI
 void IndexRebuilder::announceRebuild(RebuildReasonCode code) {
     const RebuildReason* reason = rebuildReason(code);
     if (reason == nullptr) {
-        observer_.hideRebuildIndexProgressIndicator();
+        observer_->hideRebuildIndexProgressIndicator();
         return;
     }
     if (preferences_.boolPreferenceWithKey(reason->progressKey))
-        observer_.showRebuildIndexProgressIndicator();
+        observer_->showRebuildIndexProgressIndicator();
     if (preferences_.boolPreferenceWithKey(reason->animationKey))
-        observer_.animateIconUsingMethodWithToolTip(false, preferences_.animationStyle(), reason->toolTip);
+        observer_->animateIconUsingMethodWithToolTip(false, preferences_.animationStyle(), reason->toolTip);
 }
 
 void IndexRebuilder::startRebuildThread(BWInteger recursionCount) {
@@ -84,9 +84,9 @@ void IndexRebuilder::finishRebuild(std::shared_ptr<const FolderIndex> index, BWI
     indexedFoldersHaveChanged_ = false;
     indexIsLocked_ = true;
     indexer_.setIndex(std::move(index));
-    if (observer_.pickerWindowIsVisible()) observer_.search();
+    if (observer_->pickerWindowIsVisible()) observer_->search();
     indexIsLocked_ = false;
-    observer_.hideRebuildIndexProgressIndicator();
+    observer_->hideRebuildIndexProgressIndicator();
     indexIsRebuilding_ = false;
     indexHasBeenInitialized_ = true;
     reportEndOfRebuild();
@@ -95,26 +95,26 @@ void IndexRebuilder::finishRebuild(std::shared_ptr<const FolderIndex> index, BWI
         rebuildIndexOnSeparateThreadWithRecursionCountForReason(recursionCount.increment(),
                                                                 reasonForRebuildingIndex_);
     }
-    if (!observer_.actionsEnabled()) observer_.enableActions();
+    if (!observer_->actionsEnabled()) observer_->enableActions();
 }
 
 void IndexRebuilder::reportEndOfRebuild() {
     const RebuildReasonCode code = reasonForRebuildingIndex_;
     const RebuildReason* reason = rebuildReason(code);
-    observer_.sendUserNotification(rebuildCompletionMessage(code));
-    if (reason != nullptr && preferences_.boolPreferenceWithKey(reason->soundKey)) observer_.playDingSound();
+    observer_->sendUserNotification(rebuildCompletionMessage(code));
+    if (reason != nullptr && preferences_.boolPreferenceWithKey(reason->soundKey)) observer_->playDingSound();
     // Another reason may have taken the place of the first index's; the picker must open all the same.
-    if (code == rebuildReasonFirstIndex || !observer_.actionsEnabled()) observer_.enableWickWindow();
+    if (code == rebuildReasonFirstIndex || !observer_->actionsEnabled()) observer_->enableWickWindow();
 }
 
 /// The old index stays, and so do the changes that asked for a new one: the next request walks again.
 /// Meanwhile nobody is locked out.
 void IndexRebuilder::giveUpRebuild() {
-    observer_.hideRebuildIndexProgressIndicator();
+    observer_->hideRebuildIndexProgressIndicator();
     indexIsRebuilding_ = false;
-    if (observer_.actionsEnabled()) return;
-    observer_.enableWickWindow();
-    observer_.enableActions();
+    if (observer_->actionsEnabled()) return;
+    observer_->enableWickWindow();
+    observer_->enableActions();
 }
 
 double IndexRebuilder::pushFSEventTime(Time time) {
@@ -127,7 +127,7 @@ void IndexRebuilder::folderEventsArrived(const std::vector<std::uint32_t>& flags
     const double secondsSincePreviousDelivery = pushFSEventTime(mainLoop_.now());
     for (const std::uint32_t eventFlags : flags) {
         if ((eventFlags & eventFlagItemIsFolder) == 0) continue;
-        observer_.sendUserNotification("Index will be rebuilt because an indexed folder changed.");
+        observer_->sendUserNotification("Index will be rebuilt because an indexed folder changed.");
         if (!indexIsRebuilding_) {
             indexedFoldersHaveChanged_ = true;
             rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger::initWithInt(0),

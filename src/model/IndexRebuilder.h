@@ -29,7 +29,9 @@ class IndexRebuilder {
 
     /// All references must outlive the rebuilder.
     IndexRebuilder(FolderIndexer& indexer, const PreferencesStore& preferences, MainLoop& mainLoop,
-                   RebuildObserver& observer, IndexBuilder buildIndex = indexOfFolders);
+                   IndexBuilder buildIndex = indexOfFolders);
+    /// To be called before the first request. The observer must outlive the last rebuild.
+    void setObserver(RebuildObserver& observer) { observer_ = &observer; }
     IndexRebuilder(const IndexRebuilder&) = delete;
     IndexRebuilder& operator=(const IndexRebuilder&) = delete;
 
@@ -74,7 +76,7 @@ class IndexRebuilder {
     FolderIndexer& indexer_;
     const PreferencesStore& preferences_;
     MainLoop& mainLoop_;
-    RebuildObserver& observer_;
+    RebuildObserver* observer_ = nullptr;
     IndexBuilder buildIndex_;
 
     bool indexHasBeenInitialized_ = false;

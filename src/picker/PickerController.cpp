@@ -27,6 +27,10 @@ PickerController::PickerController(PickerSurroundings surroundings)
     connectControls();
 }
 
+PickerController::~PickerController() {
+    surroundings_.fileManager.setFolderShownHandler(nullptr);
+}
+
 void PickerController::connectControls() {
     const auto pressed = [this](QPushButton* button, void (PickerController::*handler)()) {
         QObject::connect(button, &QPushButton::clicked, &wickWindow_,
@@ -179,8 +183,8 @@ void PickerController::wickWindowClosed() {
 
 void PickerController::restoreWindowSize() {
     const PreferencesStore& preferences = surroundings_.preferences;
-    wickWindow_.setFrameSize({static_cast<int>(preferences.integerPreferenceWithKey("WickWindowWidth")),
-                              static_cast<int>(preferences.integerPreferenceWithKey("WickWindowHeight"))});
+    wickWindow_.setFrameSize({windowLength(preferences.integerPreferenceWithKey("WickWindowWidth")),
+                              windowLength(preferences.integerPreferenceWithKey("WickWindowHeight"))});
 }
 
 } // namespace brimwick

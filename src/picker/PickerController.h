@@ -42,6 +42,9 @@ struct PickerSurroundings {
 class PickerController : public SearchPresenter {
   public:
     explicit PickerController(PickerSurroundings surroundings);
+    PickerController(const PickerController&) = delete;
+    PickerController& operator=(const PickerController&) = delete;
+    ~PickerController() override;
 
     /// Opens the picker in a mode. Without a list, the items are what is selected in the file manager.
     void invokeBrimwickWithModeWithFinderSelectedFolders(

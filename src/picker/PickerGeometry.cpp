@@ -1,7 +1,6 @@
 #include "picker/PickerGeometry.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace brimwick {
 
@@ -9,13 +8,18 @@ namespace {
 
 constexpr std::int64_t minimumHeight = 550;
 constexpr std::int64_t minimumOpenHeight = 422;
+/// Longer than any screen, and short enough for every desktop.
+constexpr std::int64_t longestLength = 10'000;
 constexpr int rowHeight = 48;
 
 } // namespace
 
+int windowLength(std::int64_t stored) {
+    return static_cast<int>(std::clamp<std::int64_t>(stored, 0, longestLength));
+}
+
 PickerGeometry pickerGeometry(Mode mode, std::int64_t storedHeight) {
-    constexpr std::int64_t most = std::numeric_limits<std::int16_t>::max();
-    const std::int64_t stored = std::clamp<std::int64_t>(storedHeight, 0, most);
+    const std::int64_t stored = windowLength(storedHeight);
     const std::int64_t height = mode == BWModeOpen
                                     ? std::max(stored - PickerGeometry::openModeDifference, minimumOpenHeight)
                                     : std::max(stored, minimumHeight);

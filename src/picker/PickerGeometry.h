@@ -23,6 +23,9 @@ struct PickerGeometry {
     int typeTheNameMessageY = 0;
 };
 
+/// A stored width or height as one that a window can have.
+int windowLength(std::int64_t stored);
+
 /// The layout for a mode from the stored height of the window.
 PickerGeometry pickerGeometry(Mode mode, std::int64_t storedHeight);
 

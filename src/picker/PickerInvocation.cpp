@@ -33,7 +33,12 @@ ScreenRect screenRect() {
 
 void PickerController::invokeBrimwickWithModeWithFinderSelectedFolders(
     Mode mode, const std::vector<BWSelectedFileOrFolder>* finderSelectedFolders) {
-    if (!wickWindow_.isInPhantomMode()) wickWindowCloseButtonWasPressed();
+    const bool wasShowing = isVisible();
+    if (wasShowing)
+        wickWindowCloseButtonWasPressed();
+    else if (!wickWindow_.isInPhantomMode())
+        // Its title bar has ordered it out; the focus has gone where it belongs since.
+        wickWindow_.setPhantomMode(true);
     mode_ = mode;
     returnsOverFolder_ = false;
     // The list handed in may be our own.
@@ -45,7 +50,8 @@ void PickerController::invokeBrimwickWithModeWithFinderSelectedFolders(
     if (mode_ == BWModeOpen) {
         layOutForMode();
     } else {
-        if (!fileManagerIsFrontmost()) return;
+        // Closing the picker has brought the file manager to the front.
+        if (!wasShowing && !fileManagerIsFrontmost()) return;
         layOutForMode();
         if (finderSelectedFolders != nullptr) {
             finderSelectedFiles_ = handedIn;

@@ -89,6 +89,14 @@ TEST_F(KeyDispatch, ClosesByCommandW) {
     EXPECT_FALSE(picker().isVisible());
 }
 
+TEST_F(KeyDispatch, LeavesForThePreferencesByCommandComma) {
+    press(59, Qt::Key_Comma, Qt::NoModifier, ",");
+    EXPECT_TRUE(picker().isVisible());
+    press(59, Qt::Key_Comma, Qt::MetaModifier, ",");
+    EXPECT_TRUE(picker().isInPhantomMode());
+    EXPECT_TRUE(fileManager.calls.empty());
+}
+
 TEST_F(KeyDispatch, TakesCtrlForCommandByTheLetterThatTheLayoutPrints) {
     // On a French keyboard the key at the place of W prints Z.
     press(scanW, Qt::Key_Z, Qt::ControlModifier);

@@ -38,12 +38,25 @@ TEST_F(StartUp, InitializesTheInterfaceOnlyOnce) {
     EXPECT_FALSE(brimwick->model().indexRebuilder().indexIsRebuilding());
 }
 
-TEST_F(StartUp, OpensThePickerInTheStoredSizeAtItsOrigin) {
+TEST_F(StartUp, OpensThePickerInTheStoredSize) {
     storePreferences({},
                      {{"WickWindowWidth", {std::string("600")}}, {"WickWindowHeight", {std::string("700")}}});
-    startWithoutIndex();
+    windowSystem.margins = FrameMargins{2, 2, 2, 2};
+    start();
     EXPECT_EQ(picker().wickWindow().frameSize(), QSize(600, 700));
     EXPECT_TRUE(picker().wickWindow().isInPhantomMode());
+    selectFile("a.txt");
+    invoke(BWModeMove);
+    QApplication::processEvents();
+    EXPECT_EQ(picker().wickWindow().frameGeometry().size(), QSize(600, 700));
+}
+
+TEST_F(StartUp, HealsAStoredSizeThatNoWindowCanHave) {
+    storePreferences(
+        {}, {{"WickWindowWidth", {std::string("99999999")}}, {"WickWindowHeight", {std::string("-3")}}});
+    start();
+    EXPECT_LT(picker().wickWindow().frameSize().width(), 32'767);
+    EXPECT_GE(picker().wickWindow().frameSize().height(), 0);
 }
 
 TEST_F(StartUp, KeepsThePickerHiddenUntilItIsInvoked) {
@@ -108,8 +121,9 @@ TEST_F(StartUp, DropsTheFirstIndexWhenTheProgramEndsBefore) {
     EXPECT_TRUE(notifications.delivered.empty());
 }
 
-TEST_F(StartUp, EndsWhileThePickerShows) {
+TEST_F(StartUp, EndsWhileThePickerAndTheAboutBoxShow) {
     start();
+    brimwick->view().statusMenu().aboutMenuItemSelected();
     invoke(BWModeOpen);
     mainLoop.post([this] { brimwick->view().statusMenu().quitMenuItemSelected(); });
     QTimer::singleShot(0, [this] { mainLoop.runNext(); });

@@ -46,6 +46,9 @@ TEST_F(Invocation, TitlesTheBoxByTheNumberOfFiles) {
     EXPECT_EQ(controls().wickContextMenuMoveFileMenuItem->text(), "Move File Here");
     EXPECT_EQ(controls().wickWindowMoveButton->text(), "Move");
     selectFile("b.txt");
+    invoke(BWModeMove);
+    EXPECT_EQ(controls().selectedFoldersBox->title(), "Move files:");
+    EXPECT_EQ(controls().wickContextMenuMoveFileMenuItem->text(), "Move Files Here");
     invoke(BWModeCopy);
     EXPECT_EQ(controls().selectedFoldersBox->title(), "Copy files:");
     EXPECT_EQ(controls().wickContextMenuMoveFileMenuItem->text(), "Copy Files Here");
@@ -129,6 +132,25 @@ TEST_F(Invocation, WhileShowingClosesThePickerFirst) {
     EXPECT_THAT(windowSystem.calls,
                 testing::ElementsAre("withholdHeldKeys", "prepareToShow", "makeKeyAndOrderFront"));
     EXPECT_TRUE(picker().isVisible());
+}
+
+TEST_F(Invocation, WhileShowingOpensInTheNewModeEvenOverAnotherProgram) {
+    fileManager.frontmost = "XTerm";
+    selectFile("a.txt");
+    invoke(BWModeOpen);
+    invoke(BWModeMove);
+    EXPECT_TRUE(picker().isVisible());
+    EXPECT_EQ(picker().mode(), BWModeMove);
+}
+
+TEST_F(Invocation, AfterATitleBarCloseLeavesAnotherProgramInFront) {
+    invoke(BWModeOpen);
+    picker().wickWindow().close();
+    fileManager.frontmost = "XTerm";
+    fileManager.calls.clear();
+    invoke(BWModeMove);
+    EXPECT_FALSE(picker().isVisible());
+    EXPECT_THAT(fileManager.calls, testing::ElementsAre("frontmost"));
 }
 
 TEST_F(Invocation, ReadsTheSelectionBeforeItTakesTheFocus) {

@@ -57,10 +57,14 @@ class RecordingObserver : public RebuildObserver {
 /// Preferences are all off; a "walk" lasts from the request until the main loop ran the next task.
 class IndexRebuilderTest : public testing::Test {
   protected:
-    IndexRebuilderTest() { rebuilder_.emplace(indexer_, preferences_, mainLoop_, observer_); }
+    IndexRebuilderTest() {
+        rebuilder_.emplace(indexer_, preferences_, mainLoop_);
+        rebuilder_->setObserver(observer_);
+    }
 
     void useBuilder(IndexRebuilder::IndexBuilder builder) {
-        rebuilder_.emplace(indexer_, preferences_, mainLoop_, observer_, std::move(builder));
+        rebuilder_.emplace(indexer_, preferences_, mainLoop_, std::move(builder));
+        rebuilder_->setObserver(observer_);
     }
     void setPreference(const char* key) { preferences_.preferences().set(key, {true}); }
     void addRoot(const std::string& path) {

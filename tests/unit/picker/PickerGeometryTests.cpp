@@ -37,7 +37,10 @@ TEST(PickerGeometry, PlacesTheControlsOfTheOpenLayout) {
 
 TEST(PickerGeometry, SurvivesStoredHeightsThatNoWindowHas) {
     EXPECT_EQ(pickerGeometry(BWModeMove, -5).height, 550);
-    EXPECT_LT(pickerGeometry(BWModeMove, INT64_MAX).height, 100'000);
+    EXPECT_LT(pickerGeometry(BWModeMove, INT64_MAX).height, 32'767);
+    EXPECT_LT(windowLength(99'999'999), 32'767);
+    EXPECT_EQ(windowLength(INT64_MIN), 0);
+    EXPECT_EQ(windowLength(520), 520);
     EXPECT_EQ(pickerGeometry(BWModeOpen, INT64_MIN).height, 422);
 }
 
