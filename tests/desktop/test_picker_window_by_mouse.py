@@ -56,8 +56,6 @@ def test_the_title_bar_closes_and_nothing_pops_up_later(filing):
     click(filing, (frame.x + frame.width - 12, frame.y + 10))
     filing.desktop.brimwick.wait_until_hidden()
     filing.wait_until_files_are_back_in_front()
-    # A change of an indexed folder makes a new index, which searches again where a picker shows.
-    filing.desktop.make_folder("Cabinet/resume new")
     assert holds_for(lambda: filing.desktop.brimwick.picker() is None, 1)
     filing.invoke(MOVE)
     filing.choose("")
