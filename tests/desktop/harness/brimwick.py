@@ -10,6 +10,12 @@ from .waiting import wait_until
 WINDOW_CLASS = "org.brimwick.Brimwick"
 READY = "Index initialization complete."
 REPOSITORY = Path(__file__).resolve().parents[3]
+# What a program built with sanitizers needs to live with the preloaded nss_wrapper.
+SANITIZERS = {
+    "ASAN_OPTIONS": "verify_asan_link_order=0",
+    "LSAN_OPTIONS": f"print_suppressions=0:suppressions={REPOSITORY / 'tests/sanitizers/lsan.supp'}",
+    "NSS_WRAPPER_DISABLE_DEEPBIND": "1",
+}
 
 
 def installed_binary() -> Path:
@@ -26,7 +32,7 @@ class Brimwick:
 
     def start(self, wait=True, environment=None):
         """Starts it, and waits until its index is ready unless told otherwise; returns its process."""
-        settings = {"ASAN_OPTIONS": "verify_asan_link_order=0", **(environment or {})}
+        settings = {**SANITIZERS, **(environment or {})}
         self._process = self._desktop.children.start("brimwick", [self._reachable_binary()], settings)
         if wait:
             wait_until(self._is_ready, lambda: f"the index is ready; stderr: {self._process.stderr()}", 20)
