@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 
 namespace brimwick {
 
@@ -129,6 +130,13 @@ bool BWWickWindow::event(QEvent* event) {
     return QWidget::event(event);
 }
 
+bool BWWickWindow::isAsRequested(QSize content) const {
+    // On a screen scaled by a fraction a size comes back a point off, as whole pixels allow.
+    const int tolerance = devicePixelRatioF() == std::floor(devicePixelRatioF()) ? 0 : 1;
+    const QSize difference = content - contentOfRequest_;
+    return std::abs(difference.width()) <= tolerance && std::abs(difference.height()) <= tolerance;
+}
+
 void BWWickWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     windowSystem_.withholdHeldKeys();
@@ -138,7 +146,7 @@ void BWWickWindow::closeEvent(QCloseEvent* event) {
 void BWWickWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (event->spontaneous()) {
-        if (size() == contentOfRequest_) {
+        if (isAsRequested(size())) {
             requestIsSettled_ = true;
             contentOfUser_.reset();
         } else if (requestIsSettled_) {

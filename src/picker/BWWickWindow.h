@@ -51,6 +51,7 @@ class BWWickWindow : public QWidget {
     void noticeMargins();
     void adoptMargins(const QMargins& margins);
     QSize marginsSize() const;
+    bool isAsRequested(QSize content) const;
 
     WorkspaceNotificationCenter& notifications_;
     WindowSystem& windowSystem_;

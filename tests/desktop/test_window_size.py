@@ -31,6 +31,19 @@ def test_twenty_openings_leave_the_size_alone_in_both_layouts(sized):
             assert _stored(sized) == ("520", "572"), f"opening {opening} in {mode} mode"
 
 
+@pytest.mark.parametrize("scale", ["1.25", "1.5", "2"])
+def test_twenty_openings_leave_the_size_alone_on_a_scaled_screen(desktop, scale):
+    filing = Filing(desktop)
+    desktop.preferences.write([filing.cabinet], WickWindowWidth="520", WickWindowHeight="572")
+    desktop.brimwick.start(environment={"QT_SCALE_FACTOR": scale})
+    filing.show_selected({"a.txt": b"a"})
+    for opening in range(20):
+        for mode in (MOVE, OPEN):
+            filing.invoke(mode)
+            _close(filing)
+            assert _stored(filing) == ("520", "572"), f"opening {opening} in {mode} mode"
+
+
 @pytest.mark.parametrize(
     "sized, mode, height",
     [
