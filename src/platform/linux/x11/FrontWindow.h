@@ -63,6 +63,8 @@ class FrontWindow {
     EventPump pump_;
     XcbEventSource events_;
     std::set<xcb_window_t> ownWindows_;
+    std::optional<xcb_window_t> lastActive_;
+    /// Where it is not known, the topmost window stands in for it.
     std::optional<WindowTraits> lastForeign_;
     std::optional<std::optional<WindowTraits>> captured_;
     std::optional<PendingActivation> pending_;
