@@ -17,7 +17,7 @@ class PcmanfmQt : public SelectionTest {
         // The file manager itself then copies a name as text.
         ASSERT_TRUE(eventually([&] {
             press("ctrl+c");
-            return clipboard("UTF8_STRING") != "" && clipboard("text/uri-list") == "";
+            return !clipboard("UTF8_STRING").empty() && clipboard("text/uri-list").empty();
         }));
     }
 

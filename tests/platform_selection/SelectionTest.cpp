@@ -1,9 +1,16 @@
 #include "SelectionTest.h"
 
 #include "model/FileUrl.h"
+#include "platform/linux/filemanagers/UriList.h"
 #include "platform/linux/x11/KeyboardFocus.h"
 #include "platform/linux/x11/QtClipboardSnapshot.h"
 #include "platform/linux/x11/WindowPing.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+
+#include <algorithm>
+#include <csignal>
 
 namespace brimwick {
 
@@ -24,13 +31,29 @@ void SelectionTest::TearDown() {
     EXPECT_TRUE(eventually([this] {
         return observer->propertyItems(observer->root(), observer->atom("_NET_CLIENT_LIST")).empty();
     }));
+    // As long as the bus believes in the file manager that was ended, the next one hands its work over to it.
+    EXPECT_TRUE(eventually([] {
+        return !QDBusConnection::sessionBus().interface()->isServiceRegistered(
+            QStringLiteral("org.pcmanfm.PCManFM"));
+    }));
 }
 
 void SelectionTest::openFileManager(const std::string& path, std::size_t items) {
-    openedFileManager = &start({"pcmanfm-qt", "--profile=test", path});
-    const xcb_window_t window = waitForWindow("pcmanfm-qt", WindowType::normal);
+    const auto before = windowsOf("pcmanfm-qt", WindowType::normal);
+    xcb_window_t window = XCB_NONE;
+    const auto hasOpened = [&] {
+        for (const xcb_window_t candidate : windowsOf("pcmanfm-qt", WindowType::normal))
+            if (std::ranges::find(before, candidate) == before.end()) window = candidate;
+        return window != XCB_NONE;
+    };
+    // Now and then it hangs while it starts.
+    for (int attempt = 0; attempt < 3 && window == XCB_NONE; ++attempt) {
+        if (attempt > 0) openedFileManager->signal(SIGKILL);
+        openedFileManager = &start({"pcmanfm-qt", "--profile=test", path});
+        eventually(hasOpened, std::chrono::seconds(5));
+    }
     ASSERT_NE(window, xcb_window_t{XCB_NONE});
-    ASSERT_TRUE(eventually([&] { return isActive(window); }));
+    bringToFront(window);
     // The folder is read when the file manager itself copies as many items as there are.
     ASSERT_TRUE(eventually([&] {
         press("ctrl+a");
@@ -41,9 +64,13 @@ void SelectionTest::openFileManager(const std::string& path, std::size_t items) 
 
 void SelectionTest::offerClipboard(const std::string& target, const std::string& bytes) {
     const std::string file = folder.makeFile("clipboard-" + std::to_string(programs_.size()), bytes);
+    waitForFileManager();
+    const xcb_window_t before = clipboardOwner();
     start({"xclip", "-quiet", "-selection", "clipboard", "-t", target, "-i", file});
-    ASSERT_TRUE(eventually(
-        [&] { return ("\n" + clipboardTargets()).find("\n" + target + "\n") != std::string::npos; }));
+    ASSERT_TRUE(eventually([&] {
+        return clipboardOwner() != before &&
+               ("\n" + clipboardTargets()).find("\n" + target + "\n") != std::string::npos;
+    }));
     waitForFileManager();
 }
 
@@ -61,10 +88,13 @@ void SelectionTest::waitForFileManager() {
     const auto connection = XcbConnection::connect();
     WindowPing ping(*connection);
     EventPump pump(*connection, [&](const xcb_generic_event_t& event) { ping.handle(event); });
-    for (const WindowTarget& target : fileManager->windowTargets()) {
-        ping.send(static_cast<xcb_window_t>(target.window), pump.serverTime());
-        ASSERT_TRUE(pump.until([&] { return ping.answered().has_value(); }, in(std::chrono::seconds(15))));
-    }
+    for (const WindowTarget& target : fileManager->windowTargets())
+        // The first answer comes with the keys taken in, the second when they have been acted on.
+        for (int time = 0; time < 2; ++time) {
+            ping.send(static_cast<xcb_window_t>(target.window), pump.serverTime());
+            ASSERT_TRUE(
+                pump.until([&] { return ping.answered().has_value(); }, in(std::chrono::seconds(15))));
+        }
 }
 
 xcb_window_t SelectionTest::clipboardOwner() {
@@ -85,23 +115,31 @@ bool SelectionTest::isActive(xcb_window_t window) {
     return hasKeyboardFocus(*observer, window);
 }
 
-xcb_window_t SelectionTest::waitForWindow(const std::string& windowClass, WindowType type) {
-    xcb_window_t found = XCB_NONE;
-    eventually([&] {
-        for (const xcb_window_t window :
-             observer->propertyItems(observer->root(), observer->atom("_NET_CLIENT_LIST_STACKING"))) {
-            const WindowTraits traits = traitsOf(*observer, window);
-            if (traits.windowClass == windowClass && traits.type == type && isShown(*observer, window))
-                found = window;
-        }
-        return found != XCB_NONE;
+std::vector<xcb_window_t> SelectionTest::windowsOf(const std::string& windowClass, WindowType type) {
+    std::vector<xcb_window_t> windows =
+        observer->propertyItems(observer->root(), observer->atom("_NET_CLIENT_LIST_STACKING"));
+    std::erase_if(windows, [&](xcb_window_t window) {
+        const WindowTraits traits = traitsOf(*observer, window);
+        return traits.windowClass != windowClass || traits.type != type || !isShown(*observer, window);
     });
-    return found;
+    return windows;
+}
+
+xcb_window_t SelectionTest::waitForWindow(const std::string& windowClass, WindowType type) {
+    std::vector<xcb_window_t> windows;
+    eventually([&] {
+        windows = windowsOf(windowClass, type);
+        return !windows.empty();
+    });
+    return windows.empty() ? xcb_window_t{XCB_NONE} : windows.back();
 }
 
 void SelectionTest::bringToFront(xcb_window_t window) {
-    outputOf({"wmctrl", "-i", "-a", std::to_string(window)});
-    ASSERT_TRUE(eventually([&] { return isActive(window); }));
+    ASSERT_TRUE(eventually([&] {
+        if (isActive(window)) return true;
+        outputOf({"wmctrl", "-i", "-a", std::to_string(window)});
+        return false;
+    }));
 }
 
 std::vector<std::string> SelectionTest::selectedPaths() {

@@ -31,6 +31,8 @@ class SelectionTest : public testing::Test {
 
     /// The window manager says that it is active, and it has the keyboard focus.
     bool isActive(xcb_window_t window);
+    /// The windows of this class and type that can be seen, topmost last.
+    std::vector<xcb_window_t> windowsOf(const std::string& windowClass, WindowType type);
     /// The topmost window of this class and type, once there is one.
     xcb_window_t waitForWindow(const std::string& windowClass, WindowType type);
     /// Puts another window in front, as a pager does.

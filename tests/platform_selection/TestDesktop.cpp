@@ -16,7 +16,7 @@ using std::chrono::seconds;
 
 namespace {
 
-constexpr seconds patience{15};
+constexpr seconds startTime{15};
 
 template<typename T>
 T orThrow(std::optional<T> value, const char* what) {
@@ -48,15 +48,15 @@ TestDesktop::TestDesktop() : home_(folder_.makeFolder("home")) {
 
     display_ = std::make_unique<TestProcess>(std::vector<std::string>{
         "Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"});
-    setenv("DISPLAY", (":" + orThrow(display_->readLine(patience), "Xvfb")).c_str(), 1);
+    setenv("DISPLAY", (":" + orThrow(display_->readLine(startTime), "Xvfb")).c_str(), 1);
     bus_ = std::make_unique<TestProcess>(
         std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--print-address"});
-    setenv("DBUS_SESSION_BUS_ADDRESS", orThrow(bus_->readLine(patience), "dbus-daemon").c_str(), 1);
+    setenv("DBUS_SESSION_BUS_ADDRESS", orThrow(bus_->readLine(startTime), "dbus-daemon").c_str(), 1);
     windowManager_ = std::make_unique<TestProcess>(std::vector<std::string>{"openbox", "--sm-disable"});
     if (!eventually(windowManagerIsReady)) throw std::runtime_error("openbox did not start");
 }
 
-bool eventually(const std::function<bool()>& condition) {
+bool eventually(const std::function<bool()>& condition, milliseconds patience) {
     const auto end = std::chrono::steady_clock::now() + patience;
     for (;;) {
         if (QCoreApplication::instance() != nullptr) QCoreApplication::processEvents();

@@ -28,6 +28,7 @@ class TestDesktop {
 
 /// Lets the program's events go on until the condition holds; false when it still does not after some
 /// seconds.
-bool eventually(const std::function<bool()>& condition);
+bool eventually(const std::function<bool()>& condition,
+                std::chrono::milliseconds patience = std::chrono::seconds(15));
 
 } // namespace brimwick

@@ -36,9 +36,15 @@ void FrontWindow::handle(const xcb_generic_event_t& event) {
 
 void FrontWindow::noteActive() {
     const auto window = active();
+    // Two changes handled late read as one: what was active in between is not known.
+    const bool missedOne = window == lastActive_;
+    lastActive_ = window;
     if (!window) return;
     const WindowTraits traits = traitsOf(*connection_, *window);
-    if (!isForeign(traits)) return;
+    if (!isForeign(traits)) {
+        if (missedOne) lastForeign_.reset();
+        return;
+    }
     lastForeign_ = traits;
     foreignActivated_(traits);
 }

@@ -59,6 +59,8 @@ class FrontWindow {
     ForeignActivated foreignActivated_;
     EventPump pump_;
     XcbEventSource events_;
+    std::optional<xcb_window_t> lastActive_;
+    /// Where it is not known, the topmost window stands in for it.
     std::optional<WindowTraits> lastForeign_;
     std::optional<std::optional<WindowTraits>> captured_;
     std::optional<PendingActivation> pending_;
