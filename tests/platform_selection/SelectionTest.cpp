@@ -1,6 +1,7 @@
 #include "SelectionTest.h"
 
 #include "model/FileUrl.h"
+#include "platform/linux/filemanagers/UriList.h"
 #include "platform/linux/x11/KeyboardFocus.h"
 #include "platform/linux/x11/QtClipboardSnapshot.h"
 #include "platform/linux/x11/WindowPing.h"
