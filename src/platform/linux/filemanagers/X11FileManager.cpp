@@ -69,8 +69,8 @@ bool X11FileManager::isOpeningFolder() {
 std::optional<std::string> X11FileManager::frontmostProcessName() {
     if (!front_.canTell()) return std::nullopt;
     const auto window = front_.inFront();
-    const bool openedJustNow =
-        isOpeningFolder() && std::chrono::steady_clock::now() < opening_->countsAsFrontUntil;
+    const bool openedJustNow = isOpeningFolder() && !opening_->appeared &&
+                               std::chrono::steady_clock::now() < opening_->countsAsFrontUntil;
     if (openedJustNow || !window || fileManagerOf(*window) != nullptr) return finderProcessName;
     return window->windowClass;
 }

@@ -89,9 +89,11 @@ std::optional<WindowTraits> FrontWindow::presentFront() {
     if (!window) return std::nullopt;
     const WindowTraits traits = traitsOf(*connection_, *window);
     if (isForeign(traits)) return traits;
-    // A dialog stands for the window of its program, and for no other.
+    // A dialog stands for the window of its program, and for no other. A window that is gone stands for
+    // nothing.
     const bool isOurs = traits.processId == static_cast<std::uint32_t>(getpid());
-    if (!isOurs && !(lastForeign_ && lastForeign_->processId == traits.processId)) return traits;
+    const bool isOfLast = lastForeign_ && lastForeign_->processId == traits.processId;
+    if (!isOurs && !isOfLast && isShown(*connection_, *window)) return traits;
     if (lastForeign_ && isShown(*connection_, lastForeign_->window)) return lastForeign_;
     for (const WindowTraits& candidate : stacking())
         if (isForeign(candidate) && isShown(*connection_, candidate.window)) return candidate;
