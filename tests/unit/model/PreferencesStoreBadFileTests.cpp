@@ -55,10 +55,15 @@ class PreferencesStoreBadFile : public testing::Test {
         EXPECT_THAT(contentsKeptAside(), ElementsAre(content));
     }
 
+    // Read before the change of user, who need not be able to enter the folder that the project lies in.
+    const std::string shippedDefaults_ =
+        TemporaryFolder::read(BRIMWICK_RESOURCES "/DefaultPreferences.plist");
     const OrdinaryUser user_;
     const TemporaryFolder folder_;
+    const TemporaryFolder resources_;
+    const std::string defaultsFile_ = resources_.makeFile("DefaultPreferences.plist", shippedDefaults_);
     const std::vector<BWSelectedFileOrFolder> noFolders_;
-    PreferencesStore store_{folder_.path(), Resources(BRIMWICK_RESOURCES), noFolders_};
+    PreferencesStore store_{folder_.path(), Resources(resources_.path()), noFolders_};
 };
 
 TEST_F(PreferencesStoreBadFile, IsReplacedByTheDefaultsAndKeptAsideWhenCorrupt) {
