@@ -1,24 +1,9 @@
 #include "platform/linux/x11/ClipboardKeeper.h"
 
-#include <sys/eventfd.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <exception>
 
 namespace brimwick {
-
-class ClipboardKeeper::Descriptor {
-  public:
-    Descriptor() : number_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { close(number_); }
-    int number() const { return number_; }
-
-  private:
-    int number_;
-};
 
 std::unique_ptr<ClipboardKeeper> ClipboardKeeper::start(Snapshot snapshot) {
     auto connection = XcbConnection::connect();
@@ -27,7 +12,7 @@ std::unique_ptr<ClipboardKeeper> ClipboardKeeper::start(Snapshot snapshot) {
 }
 
 ClipboardKeeper::ClipboardKeeper(std::unique_ptr<XcbConnection> connection, Snapshot snapshot)
-    : snapshot_(std::move(snapshot)), wakeUp_(std::make_unique<Descriptor>()),
+    : snapshot_(std::move(snapshot)),
       thread_([this, own = std::move(connection)]() mutable { run(std::move(own)); }) {}
 
 ClipboardKeeper::~ClipboardKeeper() {
@@ -35,7 +20,7 @@ ClipboardKeeper::~ClipboardKeeper() {
         const std::lock_guard lock(mutex_);
         stopping_ = true;
     }
-    wake();
+    wakeUp_.wake();
     thread_.join();
 }
 
@@ -52,7 +37,7 @@ tl::expected<std::string, CopyFailure> ClipboardKeeper::readCopied(ClipboardLoop
         if (ended_) return tl::unexpected(CopyFailure::notAsked);
         requests_.push_back(std::move(request));
     }
-    wake();
+    wakeUp_.wake();
     if (answer.wait_for(patience) != std::future_status::ready)
         return tl::unexpected(CopyFailure::nothingCopied);
     return answer.get();
@@ -60,7 +45,7 @@ tl::expected<std::string, CopyFailure> ClipboardKeeper::readCopied(ClipboardLoop
 
 void ClipboardKeeper::run(std::unique_ptr<XcbConnection> connection) {
     try {
-        ClipboardLoop loop(std::move(connection), wakeUp_->number());
+        ClipboardLoop loop(std::move(connection), wakeUp_.descriptor());
         serve(loop);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "brimwick: the clipboard cannot be served: %s\n", error.what());
@@ -98,11 +83,6 @@ void ClipboardKeeper::endWithoutServer() {
     ended_ = true;
     for (Request& request : requests_) request.answer.set_value(tl::unexpected(CopyFailure::notAsked));
     requests_.clear();
-}
-
-void ClipboardKeeper::wake() const {
-    constexpr std::uint64_t once = 1;
-    [[maybe_unused]] const auto written = write(wakeUp_->number(), &once, sizeof once);
 }
 
 } // namespace brimwick

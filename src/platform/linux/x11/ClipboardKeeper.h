@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/process/WakeUp.h"
 #include "platform/linux/x11/ClipboardLoop.h"
 
 #include <deque>
@@ -37,17 +38,15 @@ class ClipboardKeeper {
         std::shared_ptr<const ClipboardContents> known;
         std::promise<tl::expected<std::string, CopyFailure>> answer;
     };
-    class Descriptor;
 
     void run(std::unique_ptr<XcbConnection> connection);
     void serve(ClipboardLoop& loop);
     bool hasWork();
     std::optional<Request> nextRequest();
     void endWithoutServer();
-    void wake() const;
 
     Snapshot snapshot_;
-    std::unique_ptr<Descriptor> wakeUp_;
+    WakeUp wakeUp_;
     std::mutex mutex_;
     std::deque<Request> requests_;
     bool stopping_ = false;
