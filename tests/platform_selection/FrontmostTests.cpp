@@ -37,6 +37,32 @@ class Frontmost : public SelectionTest {
         return TemporaryFolder::read(folder / "terminal");
     }
 
+    /// A dialog of a program, in front and focused.
+    xcb_window_t openDialog(const std::string& windowClass, std::uint32_t processId) {
+        const xcb_window_t dialog = xcb_generate_id(observer->get());
+        xcb_create_window(observer->get(), XCB_COPY_FROM_PARENT, dialog, observer->root(), 50, 50, 200, 100,
+                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        const xcb_atom_t type = observer->atom("_NET_WM_WINDOW_TYPE_DIALOG");
+        setProperty(dialog, observer->atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &type);
+        setProperty(dialog, observer->atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &processId);
+        const std::string names = windowClass + '\0' + windowClass + '\0';
+        setProperty(dialog, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(names.size()),
+                    names.data());
+        xcb_map_window(observer->get(), dialog);
+        observer->synchronise();
+        bringToFront(dialog);
+        return dialog;
+    }
+    void closeDialog(xcb_window_t dialog) {
+        xcb_destroy_window(observer->get(), dialog);
+        observer->synchronise();
+    }
+    void setProperty(xcb_window_t window, xcb_atom_t property, xcb_atom_t type, std::uint8_t format,
+                     std::uint32_t count, const void* data) {
+        xcb_change_property(observer->get(), XCB_PROP_MODE_REPLACE, window, property, type, format, count,
+                            data);
+    }
+
     std::string shown;
 };
 
@@ -105,6 +131,24 @@ TEST_F(Frontmost, LeavesOurOwnWindowOutOfAccount) {
     EXPECT_EQ(fileManager->frontmostProcessName(), "XTerm");
     fileManager->raise({terminal});
     EXPECT_TRUE(eventually([&] { return isActive(terminal); }));
+}
+
+TEST_F(Frontmost, DialogOfAnotherProgramIsNotTheFileManagerBehindIt) {
+    openFileManager(shown, 1);
+    constexpr std::uint32_t someOtherProcess = 1;
+    const xcb_window_t dialog = openDialog("Question", someOtherProcess);
+    EXPECT_EQ(fileManager->frontmostProcessName(), "Question");
+    closeDialog(dialog);
+}
+
+TEST_F(Frontmost, DialogOfTheFileManagerStandsForItsWindow) {
+    openFileManager(shown, 1);
+    const xcb_window_t window = waitForWindow("pcmanfm-qt", WindowType::normal);
+    const auto process = observer->propertyItems(window, observer->atom("_NET_WM_PID"));
+    ASSERT_THAT(process, SizeIs(1));
+    const xcb_window_t dialog = openDialog("pcmanfm-qt", process.front());
+    EXPECT_EQ(fileManager->frontmostProcessName(), finderProcessName);
+    closeDialog(dialog);
 }
 
 TEST_F(Frontmost, IsFinderAfterAFolderWasOpenedUntilAnotherProgramComesToTheFront) {

@@ -89,15 +89,18 @@ std::optional<WindowTraits> FrontWindow::presentFront() {
     if (!window) return std::nullopt;
     const WindowTraits traits = traitsOf(*connection_, *window);
     if (isForeign(traits)) return traits;
-    // A dialog stands for the window of its program, and for no other. A window that is gone stands for
-    // nothing.
     const bool isOurs = traits.processId == static_cast<std::uint32_t>(getpid());
-    const bool isOfLast = lastForeign_ && lastForeign_->processId == traits.processId;
-    if (!isOurs && !isOfLast && isShown(*connection_, *window)) return traits;
-    if (lastForeign_ && isShown(*connection_, lastForeign_->window)) return lastForeign_;
+    // A dialog stands for a window of its program, and for no other. A window that is gone stands for
+    // nothing.
+    const bool standsForItsOwn = !isOurs && isShown(*connection_, *window);
+    const auto represents = [&](const WindowTraits& candidate) {
+        return isForeign(candidate) && isShown(*connection_, candidate.window) &&
+               (!standsForItsOwn || (traits.processId != 0 && candidate.processId == traits.processId));
+    };
+    if (lastForeign_ && represents(*lastForeign_)) return lastForeign_;
     for (const WindowTraits& candidate : stacking())
-        if (isForeign(candidate) && isShown(*connection_, candidate.window)) return candidate;
-    return std::nullopt;
+        if (represents(candidate)) return candidate;
+    return standsForItsOwn ? std::optional(traits) : std::nullopt;
 }
 
 void FrontWindow::requestActivation(xcb_window_t window) {
