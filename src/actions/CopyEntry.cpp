@@ -4,7 +4,7 @@
 #include "actions/CopyMetadata.h"
 #include "actions/OpenFolder.h"
 #include "actions/SystemError.h"
-#include "model/FileDescriptor.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <fcntl.h>
 

@@ -1,7 +1,7 @@
 #include "actions/CopyFileData.h"
 
 #include "actions/SystemError.h"
-#include "model/FileDescriptor.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <linux/fs.h>
 #include <sys/ioctl.h>

@@ -2,7 +2,7 @@
 
 #include "actions/ExtendedAttributes.h"
 #include "actions/SystemError.h"
-#include "model/FileDescriptor.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <fcntl.h>
 

@@ -1,7 +1,7 @@
 #include "actions/ExtendedAttributes.h"
 
 #include "actions/SystemError.h"
-#include "model/FileDescriptor.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <sys/xattr.h>
 #include <tl/expected.hpp>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "actions/FileError.h"
-#include "model/FileDescriptor.h"
 #include "model/PathText.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <tl/expected.hpp>
 

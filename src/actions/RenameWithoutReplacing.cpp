@@ -1,7 +1,7 @@
 #include "actions/RenameWithoutReplacing.h"
 
 #include "actions/SystemError.h"
-#include "model/FileDescriptor.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <stdio.h>

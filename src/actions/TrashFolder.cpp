@@ -1,9 +1,9 @@
 #include "actions/TrashFolder.h"
 
 #include "actions/SystemError.h"
-#include "model/FileDescriptor.h"
 #include "model/FileUrl.h"
 #include "model/PathText.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

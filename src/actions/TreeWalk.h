@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/FileDescriptor.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <sys/stat.h>
 #include <tl/expected.hpp>

@@ -1,7 +1,7 @@
 #include "model/WholeFile.h"
 
-#include "model/FileDescriptor.h"
 #include "model/PathText.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

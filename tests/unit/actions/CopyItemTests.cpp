@@ -1,7 +1,7 @@
 #include "actions/CopyItem.h"
 #include "actions/MoveItem.h"
 #include "fakes/OrdinaryUser.h"
-#include "model/FileDescriptor.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <gmock/gmock.h>
 #include <sched.h>

@@ -1,6 +1,6 @@
 #include "actions/MoveItem.h"
 #include "fakes/OrdinaryUser.h"
-#include "model/FileDescriptor.h"
+#include "platform/ports/FileDescriptor.h"
 
 #include <gmock/gmock.h>
 #include <sys/socket.h>
