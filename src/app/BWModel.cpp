@@ -1,6 +1,7 @@
 #include "app/BWModel.h"
 
 #include "model/RealHomeDirectory.h"
+#include "model/SupportFolder.h"
 
 #include <filesystem>
 
@@ -8,11 +9,11 @@ namespace brimwick {
 
 BWModel::BWModel(const Ports& ports, UserNotifications& view, Resources resources, std::string homeDirectory,
                  std::function<std::uint32_t()> random)
-    : homeDirectory_(std::move(homeDirectory)),
-      appSupportRootPath_(homeDirectory_ + "/Library/Application Support/Brimwick"),
+    : homeDirectory_(std::move(homeDirectory)), appSupportRootPath_(supportFolder(homeDirectory_)),
       downloadPath_(homeDirectory_ + "/Downloads"),
       preferences_(appSupportRootPath_, std::move(resources), folderIndexer_.indexedFolders()),
-      folderSearch_(folderIndexer_), indexRebuilder_(folderIndexer_, preferences_, ports.mainLoop),
+      folderSearch_(folderIndexer_),
+      indexRebuilder_(folderIndexer_, preferences_, ports.mainLoop, ports.folderEvents),
       sounds_(ports.sounds, std::move(random)), hotKeyCenter_(ports.hotKeys),
       hotKeys_(hotKeyCenter_, preferences_) {
     if (!makeBrimwickFolder())

@@ -17,7 +17,8 @@ BWView::BWView(BWModel& model, const Ports& ports, UserNotifications& notificati
       statusMenu_(
           model.undoStack(), model.redoStack(),
           [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); }),
-      keyDispatcher_(picker_, preferences_) {
+      keyDispatcher_(picker_, preferences_),
+      requests_(ports.instance, model.folderIndexer(), model.indexRebuilder()) {
     model_.indexRebuilder().setObserver(*this);
     model_.hotKeys().setInvocation(
         [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); });
@@ -50,6 +51,7 @@ void BWView::initializeNotificationCenter() {
 void BWView::enableActions() {
     actionsEnabled_ = true;
     statusMenu_.enableActions();
+    requests_.firstIndexIsDone();
 }
 
 // The panel and the animation have no face yet; the picker says itself that it waits for the index.

@@ -2,6 +2,7 @@
 
 #include "app/BWModel.h"
 #include "app/KeyDispatcher.h"
+#include "app/RequestDispatcher.h"
 #include "app/StatusMenu.h"
 #include "feedback/UserNotifications.h"
 #include "model/RebuildObserver.h"
@@ -41,7 +42,9 @@ class BWView : public RebuildObserver {
     void playDingSound() override { model_.sounds().playDingSound(); }
     bool pickerWindowIsVisible() const override { return picker_.isVisible(); }
     void search() override { picker_.search(); }
+    void forgetSearchResults() override { model_.folderSearch().forgetResults(); }
     void enableWickWindow() override { picker_.enableWickWindow(); }
+    void enableDisableWickWindowControls() override { picker_.enableDisableWickWindowControls(); }
     bool actionsEnabled() const override { return actionsEnabled_; }
     void enableActions() override;
 
@@ -57,6 +60,7 @@ class BWView : public RebuildObserver {
     PickerController picker_;
     StatusMenu statusMenu_;
     KeyDispatcher keyDispatcher_;
+    RequestDispatcher requests_;
     bool preferencesUIHasBeenInitialized_ = false;
     bool actionsEnabled_ = false;
 };

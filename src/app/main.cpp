@@ -1,14 +1,26 @@
 #include "app/BWApplication.h"
 #include "app/Brimwick.h"
 #include "app/QtMainLoop.h"
+#include "app/commands/CommandLine.h"
+#include "model/RealHomeDirectory.h"
+#include "platform/linux/DisplayAccess.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/dbus/DBusRunningInstance.h"
 #include "platform/linux/dbus/SingleInstance.h"
+#include "platform/linux/process/LargeBlocks.h"
 #include "platform/linux/process/QuitSignals.h"
 #include "platform/ports/HotKeyService.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <filesystem>
+
+using namespace brimwick;
 
 namespace {
 
@@ -20,16 +32,59 @@ std::string resourceDirectory() {
     return std::filesystem::is_directory(beside, failure) ? beside.string() : BRIMWICK_RESOURCES_INSTALLED;
 }
 
-int run(int argc, char** argv) {
-    using namespace brimwick;
+/// Writes to stdout, and remembers why it could not.
+class StandardOutput {
+  public:
+    bool write(std::string_view bytes) {
+        while (!bytes.empty() && error_ == 0) {
+            const ssize_t written = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
+            if (written < 0 && errno != EINTR) error_ = errno;
+            if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+        }
+        return error_ == 0;
+    }
+    int error() const { return error_; }
+
+  private:
+    int error_ = 0;
+};
+
+void complain(const std::string& line) {
+    std::fprintf(stderr, "%s\n", line.c_str());
+}
+
+int runCommand(const CommandArguments& arguments, int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    DBusRunningInstance running;
+    StandardOutput output;
+    const int result =
+        runCommandLine(arguments, {
+                                      .running = running,
+                                      .output = [&output](auto bytes) { return output.write(bytes); },
+                                      .complain = complain,
+                                      .outputIsTerminal = isatty(STDOUT_FILENO) == 1,
+                                      .homeDirectory = realHomeDirectory,
+                                      .resourceDirectory = resourceDirectory(),
+                                      .version = BRIMWICK_VERSION,
+                                  });
+    if (output.error() == 0) return result;
+    complain(std::string("brimwick: the output cannot be written: ") + std::strerror(output.error()));
+    return ExitCode::failed;
+}
+
+int runProgram(int argc, char** argv) {
+    if (const auto refusal = displayRefusal()) {
+        complain("brimwick: " + *refusal);
+        return ExitCode::failed;
+    }
     BWApplication application(argc, argv);
-    const SingleInstance instance;
+    SingleInstance instance;
     if (instance.anotherIsRunning()) {
         std::fputs("brimwick: already running\n", stderr);
         return 0;
     }
     QtMainLoop mainLoop;
-    LinuxPlatform platform(mainLoop);
+    LinuxPlatform platform(mainLoop, instance);
     const Capability hotKeys = platform.ports().hotKeys.capability();
     if (!hotKeys.available) std::fprintf(stderr, "brimwick: %s\n", hotKeys.reason.c_str());
 
@@ -49,7 +104,9 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        return run(argc, argv);
+        returnLargeBlocksWhenFreed();
+        const CommandArguments arguments(argv + std::min(argc, 1), argv + argc);
+        return startsTheProgram(arguments) ? runProgram(argc, argv) : runCommand(arguments, argc, argv);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "brimwick: %s\n", failure.what());
         return 1;

@@ -3,7 +3,7 @@
 namespace brimwick {
 
 std::shared_ptr<const FolderIndex> indexOfFolders(const std::vector<std::string>& rootPaths,
-                                                  const FolderWalk::FolderNameObserver& observer,
+                                                  const FolderNameObserver& observer,
                                                   const std::stop_token& stop) {
     FolderTree indexUnderConstruction;
     FolderWalk walk(indexUnderConstruction, observer, stop);

@@ -14,7 +14,7 @@ namespace brimwick {
 /// Walks the roots, in order, and makes the index of all that was found; nothing when told to stop before the
 /// end. Any thread; takes as long as the disk does. Throws std::bad_alloc and std::length_error.
 std::shared_ptr<const FolderIndex> indexOfFolders(const std::vector<std::string>& rootPaths,
-                                                  const FolderWalk::FolderNameObserver& observer,
+                                                  const FolderNameObserver& observer,
                                                   const std::stop_token& stop);
 
 /// The root folders that the user chose and the last finished index of them. Main thread only.

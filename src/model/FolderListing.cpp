@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <array>
+#include <limits>
 #include <string_view>
 
 namespace brimwick {
@@ -17,19 +18,26 @@ bool isFolder(int directory, const char* name, unsigned char type) {
     return fstatat(directory, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
 }
 
+bool isIndexedName(std::string_view name) {
+    return !name.starts_with('.') && !isFilePackageName(name);
+}
+
 void appendSubfolderNames(int directory, std::string& names) {
+    appendSubfolderNames(directory, names, std::numeric_limits<std::size_t>::max());
+}
+
+void appendSubfolderNames(int directory, std::string& names, std::size_t mostSubfolders) {
     alignas(dirent64) std::array<char, 32768> entries;
-    for (;;) {
+    while (mostSubfolders > 0) {
         const ssize_t filled = getdents64(directory, entries.data(), entries.size());
         if (filled <= 0) return;
-        for (const char* next = entries.data(); next < entries.data() + filled;) {
+        for (const char* next = entries.data(); next < entries.data() + filled && mostSubfolders > 0;) {
             const auto* entry = reinterpret_cast<const dirent64*>(next);
             next += entry->d_reclen;
             const std::string_view name = entry->d_name;
-            if (name.starts_with('.') || !isFolder(directory, entry->d_name, entry->d_type)) continue;
-            if (isFilePackageName(name)) continue;
-            names += name;
-            names += '\0';
+            if (name == "." || name == ".." || !isFolder(directory, entry->d_name, entry->d_type)) continue;
+            --mostSubfolders;
+            if (isIndexedName(name)) names.append(name).append(1, '\0');
         }
     }
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace brimwick {
 
@@ -8,8 +10,13 @@ namespace brimwick {
 /// the disk is asked only where the file system does not tell.
 bool isFolder(int directory, const char* name, unsigned char type);
 
+/// Whether the index takes up a subfolder of this name: no dot-named one and no file package.
+bool isIndexedName(std::string_view name);
+
 /// Appends the names of the subfolders that the index takes up, each closed by a NUL, in the order of the
-/// listing: every folder that is neither dot-named nor a file package. What cannot be read is left out.
+/// listing: every folder of an indexed name. What cannot be read is left out.
 void appendSubfolderNames(int directory, std::string& names);
+/// The same; the listing ends early once `mostSubfolders` folders of any name were seen.
+void appendSubfolderNames(int directory, std::string& names, std::size_t mostSubfolders);
 
 } // namespace brimwick

@@ -4,7 +4,8 @@ namespace brimwick {
 
 void FolderSearch::searchFor(std::string_view text) {
     if (presenter_ == nullptr || presenter_->isInPhantomMode()) return;
-    searchResults_ = {indexer_.index(), indexer_.index()->search(text)};
+    searchResults_.index = indexer_.index();
+    searchResults_.index->search(text, searchResults_.entries);
     presenter_->resultsWereReplaced();
     presenter_->selectFirstResult();
     if (text.empty())
@@ -15,9 +16,21 @@ void FolderSearch::searchFor(std::string_view text) {
         presenter_->hidePrompt();
 }
 
+void FolderSearch::forgetResults() {
+    searchResults_ = {};
+    if (presenter_ != nullptr) presenter_->resultsWereReplaced();
+}
+
+std::string_view FolderSearch::displayNameAt(std::size_t row) const {
+    return searchResults_.index->displayName(searchResults_.entries.at(row));
+}
+
+std::string FolderSearch::pathAt(std::size_t row) const {
+    return searchResults_.index->path(searchResults_.entries.at(row));
+}
+
 BWSelectedFileOrFolder FolderSearch::entryAt(std::size_t row) const {
-    return BWSelectedFileOrFolder::fileOrFolderWithPath(
-        searchResults_.index->path(searchResults_.entries.at(row)));
+    return BWSelectedFileOrFolder::fileOrFolderWithPath(pathAt(row));
 }
 
 } // namespace brimwick

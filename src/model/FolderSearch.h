@@ -30,8 +30,15 @@ class FolderSearch {
     /// phantom mode.
     void searchFor(std::string_view text);
 
+    /// Gives the results up, and with them the index that they are of.
+    void forgetResults();
+
     const SearchResults& searchResults() const { return searchResults_; }
-    /// The result of a row, below the number of results, looked up on disk at every call.
+    /// Name and place of the result of a row, below the number of results, as the walk found them. The name
+    /// is valid until the next search.
+    std::string_view displayNameAt(std::size_t row) const;
+    std::string pathAt(std::size_t row) const;
+    /// The result of a row, looked up on disk at every call.
     BWSelectedFileOrFolder entryAt(std::size_t row) const;
 
   private:

@@ -37,6 +37,11 @@ std::string_view FolderTree::displayName(FolderNumber folder) const {
     return std::string_view(names_).substr(start, nameEnds_[folder] - start);
 }
 
+std::optional<FolderNumber> FolderTree::parent(FolderNumber folder) const {
+    if (parents_[folder] == noParent) return std::nullopt;
+    return parents_[folder];
+}
+
 std::string FolderTree::path(FolderNumber folder) const {
     std::vector<FolderNumber> below;
     for (; parents_[folder] != noParent; folder = parents_[folder]) below.push_back(folder);
@@ -48,6 +53,19 @@ std::string FolderTree::path(FolderNumber folder) const {
     for (auto descendant = below.rbegin(); descendant != below.rend(); ++descendant)
         path.append(1, '/').append(displayName(*descendant));
     return path;
+}
+
+void FolderTree::reserve(std::size_t folders, std::size_t nameBytes) {
+    names_.reserve(nameBytes);
+    nameEnds_.reserve(folders);
+    parents_.reserve(folders);
+}
+
+std::size_t FolderTree::overheadBytes() const {
+    std::size_t bytes = names_.capacity() - names_.size() + nameEnds_.capacity() * sizeof nameEnds_[0] +
+                        parents_.capacity() * sizeof parents_[0] + roots_.capacity() * sizeof(Root);
+    for (const Root& root : roots_) bytes += root.path.capacity();
+    return bytes;
 }
 
 void FolderTree::shrink() {

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "platform/ports/FolderList.h"
+
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace brimwick {
-
-/// The number of a folder in the order of the walk.
-using FolderNumber = std::uint32_t;
 
 /// Folders with their names and places, in the order in which they were added. The list that a walk fills;
 /// one thread at a time. A name or path lies in it once, so that millions of folders fit.
@@ -21,9 +21,16 @@ class FolderTree {
     FolderNumber addSubfolder(FolderNumber parent, std::string_view name);
 
     std::size_t size() const { return parents_.size(); }
+    std::size_t nameBytes() const { return names_.size(); }
+    /// Makes room for so many folders, and bytes of names, in all.
+    void reserve(std::size_t folders, std::size_t nameBytes);
     /// Valid until the tree changes.
     std::string_view displayName(FolderNumber folder) const;
+    /// Nothing for a root.
+    std::optional<FolderNumber> parent(FolderNumber folder) const;
     std::string path(FolderNumber folder) const;
+    /// What the tree takes beside the names themselves, in bytes.
+    std::size_t overheadBytes() const;
     /// Gives back the memory that was kept for further folders.
     void shrink();
 

@@ -2,35 +2,84 @@
 
 #include "model/BWSelectedFileOrFolder.h"
 #include "model/FolderListing.h"
+#include "model/WalkOrder.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 
-#include <cerrno>
+#include <algorithm>
+#include <exception>
+#include <list>
+#include <mutex>
+#include <thread>
 
 namespace brimwick {
 namespace {
 
-constexpr std::size_t mostOpenLevels = 32;
-constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+/// The disk answers few at a time: more threads would only take the processors away from others.
+constexpr unsigned mostThreads = 4;
 
-/// A root may be a link.
-FileDescriptor openRoot(const std::string& path) {
-    return FileDescriptor(open(path.c_str(), folderFlags));
-}
+/// The threads of one walk: each takes subtrees until none are left.
+class Crew {
+  public:
+    Crew(const FolderNameObserver& observer, std::stop_token stop)
+        : observer_(observer), stop_(std::move(stop)) {}
 
-FileDescriptor openSubfolder(const FileDescriptor& parent, const std::string& name) {
-    return FileDescriptor(openat(parent.get(), name.c_str(), folderFlags | O_NOFOLLOW));
-}
+    /// False when told to stop. Throws what a thread of the crew threw.
+    bool walk(unsigned threads) {
+        {
+            std::vector<std::jthread> helpers;
+            while (helpers.size() + 1 < threads) helpers.emplace_back([this] { takePart(); });
+            takePart();
+        }
+        if (failure_) std::rethrow_exception(failure_);
+        return !stop_.stop_requested();
+    }
+    SubtreeExchange& exchange() { return exchange_; }
+    WalkedSizes sizes() const {
+        WalkedSizes sizes;
+        for (const FolderFindings& findings : findings_) {
+            sizes.folders += findings.size();
+            sizes.nameBytes += findings.nameBytes();
+        }
+        return sizes;
+    }
 
-bool isNoLongerAFolder(int error) {
-    return error == ENOENT || error == ENOTDIR || error == ELOOP;
-}
+  private:
+    void takePart() noexcept {
+        try {
+            SubtreeWalker walker(newFindings(), exchange_, observer_, stop_);
+            while (Subtrees* const subtrees = exchange_.take()) {
+                if (!walker.walk(*subtrees)) exchange_.close();
+                exchange_.finish();
+            }
+        } catch (...) {
+            const std::lock_guard lock(mutex_);
+            failure_ = std::current_exception();
+            exchange_.close();
+        }
+    }
+    FolderFindings& newFindings() {
+        const std::lock_guard lock(mutex_);
+        return findings_.emplace_back();
+    }
+
+    const FolderNameObserver& observer_;
+    std::stop_token stop_;
+    SubtreeExchange exchange_;
+    std::mutex mutex_;
+    std::list<FolderFindings> findings_;
+    std::exception_ptr failure_;
+};
 
 } // namespace
 
-FolderWalk::FolderWalk(FolderTree& folders, FolderNameObserver observer, std::stop_token stop)
-    : folders_(folders), observer_(std::move(observer)), stop_(std::move(stop)) {}
+unsigned FolderWalk::usualThreads() {
+    return std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
+}
+
+FolderWalk::FolderWalk(FolderTree& folders, FolderNameObserver observer, std::stop_token stop,
+                       unsigned threads)
+    : folders_(folders), observer_(std::move(observer)), stop_(std::move(stop)), threads_(threads) {}
 
 bool FolderWalk::addRootDirectoryAndSubFoldersToIndex(const std::string& rootPath) {
     const auto root = BWSelectedFileOrFolder::fileOrFolderWithPath(rootPath);
@@ -40,74 +89,17 @@ bool FolderWalk::addRootDirectoryAndSubFoldersToIndex(const std::string& rootPat
 }
 
 bool FolderWalk::deepEnumerateAllSubfoldersOfFolderWithPath(const std::string& path, FolderNumber folder) {
-    levels_.clear();
-    pendingNames_.clear();
-    if (FileDescriptor root = openRoot(path)) enter(folder, std::move(root));
-    while (!levels_.empty() && !stop_.stop_requested()) {
-        if (levels_.back().nextName < pendingNames_.size())
-            descendIntoNextSubfolder();
-        else
-            leave(path);
-    }
-    return !stop_.stop_requested();
-}
+    Subtrees all;
+    // Without O_NOFOLLOW: a root may be a link.
+    all.parent = FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (all.parent) appendSubfolderNames(all.parent.get(), all.names);
+    if (all.names.empty()) return !stop_.stop_requested();
 
-void FolderWalk::descendIntoNextSubfolder() {
-    Level& level = levels_.back();
-    const std::string name(pendingNames_.c_str() + level.nextName);
-    level.nextName += name.size() + 1;
-
-    observer_(name);
-    FileDescriptor subfolder = openSubfolder(level.directory, name);
-    if (!subfolder && isNoLongerAFolder(errno)) return;
-    const FolderNumber folder = folders_.addSubfolder(level.folder, name);
-    if (subfolder) enter(folder, std::move(subfolder));
-}
-
-void FolderWalk::enter(FolderNumber folder, FileDescriptor directory) {
-    const std::size_t firstName = pendingNames_.size();
-    appendSubfolderNames(directory.get(), pendingNames_);
-    if (pendingNames_.size() == firstName) return;
-    levels_.push_back({folder, std::move(directory), 0, 0, firstName, firstName});
-    closeLevelFarAbove();
-}
-
-void FolderWalk::closeLevelFarAbove() {
-    if (levels_.size() <= mostOpenLevels) return;
-    Level& level = levels_[levels_.size() - 1 - mostOpenLevels];
-    struct stat status {};
-    if (!level.directory || fstat(level.directory.get(), &status) != 0) return;
-    level.device = status.st_dev;
-    level.inode = status.st_ino;
-    level.directory.close();
-}
-
-void FolderWalk::leave(const std::string& rootPath) {
-    const FileDescriptor left = std::move(levels_.back().directory);
-    pendingNames_.resize(levels_.back().firstName);
-    levels_.pop_back();
-    if (levels_.empty() || levels_.back().directory) return;
-
-    Level& level = levels_.back();
-    const auto isLevel = [&level](const FileDescriptor& directory) {
-        struct stat status {};
-        return directory && fstat(directory.get(), &status) == 0 && status.st_dev == level.device &&
-               status.st_ino == level.inode;
-    };
-    FileDescriptor directory(openat(left.get(), "..", folderFlags));
-    // Somebody moved the folder that is being left: its way up ends elsewhere now.
-    if (!isLevel(directory)) directory = reopenedFromRoot(rootPath);
-    if (isLevel(directory))
-        level.directory = std::move(directory);
-    else
-        pendingNames_.resize(level.nextName);
-}
-
-FileDescriptor FolderWalk::reopenedFromRoot(const std::string& rootPath) const {
-    FileDescriptor directory = openRoot(rootPath);
-    for (std::size_t depth = 1; depth < levels_.size() && directory; ++depth)
-        directory = openSubfolder(directory, std::string(folders_.displayName(levels_[depth].folder)));
-    return directory;
+    Crew crew(observer_, stop_);
+    const Subtrees& walked = crew.exchange().give(std::move(all));
+    if (!crew.walk(threads_)) return false;
+    appendInOrder(walked, crew.sizes(), folder, folders_);
+    return true;
 }
 
 } // namespace brimwick

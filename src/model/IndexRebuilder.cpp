@@ -1,5 +1,8 @@
 #include "model/IndexRebuilder.h"
 
+#include "model/FolderListing.h"
+#include "platform/ports/ThreadPriority.h"
+
 #include <exception>
 #include <iostream>
 
@@ -7,7 +10,6 @@ namespace brimwick {
 namespace {
 
 constexpr std::int32_t lastChainedRecursionCount = 100;
-constexpr std::uint32_t eventFlagItemIsFolder = 0x20000;
 constexpr double secondsOfOneBurst = 4.0;
 
 /// In one piece, so that lines of several threads do not mix.
@@ -18,9 +20,9 @@ void complain(const std::exception& error) {
 } // namespace
 
 IndexRebuilder::IndexRebuilder(FolderIndexer& indexer, const PreferencesStore& preferences,
-                               MainLoop& mainLoop, IndexBuilder buildIndex)
-    : indexer_(indexer), preferences_(preferences), mainLoop_(mainLoop), buildIndex_(std::move(buildIndex)),
-      lastFSEventTime_(mainLoop.now()) {}
+                               MainLoop& mainLoop, FolderEventStream& folderEvents, IndexBuilder buildIndex)
+    : indexer_(indexer), preferences_(preferences), mainLoop_(mainLoop), folderEvents_(folderEvents),
+      buildIndex_(std::move(buildIndex)), lastFSEventTime_(mainLoop.now()) {}
 
 void IndexRebuilder::rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger recursionCount,
                                                                              RebuildReasonCode reason) {
@@ -46,11 +48,15 @@ void IndexRebuilder::announceRebuild(RebuildReasonCode code) {
 }
 
 void IndexRebuilder::startRebuildThread(BWInteger recursionCount) {
+    folderEvents_.walkBegins();
     try {
-        walker_ = std::jthread(
-            [this, rootPaths = indexer_.indexedFolderPaths(), recursionCount](const std::stop_token& stop) {
-                rebuildIndexWithObject(rootPaths, recursionCount, stop);
-            });
+        walker_ = std::jthread([this, isFirst = !indexHasBeenInitialized_,
+                                rootPaths = indexer_.indexedFolderPaths(),
+                                recursionCount](const std::stop_token& stop) {
+            // The user waits for the first index only.
+            if (!isFirst) lowerThreadPriority();
+            rebuildIndexWithObject(rootPaths, recursionCount, stop);
+        });
     } catch (const std::exception& error) {
         complain(error);
         handOver(nullptr, recursionCount);
@@ -83,8 +89,12 @@ void IndexRebuilder::handOver(std::shared_ptr<const FolderIndex> index, BWIntege
 void IndexRebuilder::finishRebuild(std::shared_ptr<const FolderIndex> index, BWInteger recursionCount) {
     indexedFoldersHaveChanged_ = false;
     indexIsLocked_ = true;
+    folderEvents_.walkEnded(index);
     indexer_.setIndex(std::move(index));
-    if (observer_->pickerWindowIsVisible()) observer_->search();
+    if (observer_->pickerWindowIsVisible())
+        observer_->search();
+    else
+        observer_->forgetSearchResults();
     indexIsLocked_ = false;
     observer_->hideRebuildIndexProgressIndicator();
     indexIsRebuilding_ = false;
@@ -96,6 +106,8 @@ void IndexRebuilder::finishRebuild(std::shared_ptr<const FolderIndex> index, BWI
                                                                 reasonForRebuildingIndex_);
     }
     if (!observer_->actionsEnabled()) observer_->enableActions();
+    // The search above came too early for them.
+    if (observer_->pickerWindowIsVisible()) observer_->enableDisableWickWindowControls();
 }
 
 void IndexRebuilder::reportEndOfRebuild() {
@@ -110,11 +122,27 @@ void IndexRebuilder::reportEndOfRebuild() {
 /// The old index stays, and so do the changes that asked for a new one: the next request walks again.
 /// Meanwhile nobody is locked out.
 void IndexRebuilder::giveUpRebuild() {
+    folderEvents_.walkEnded(nullptr);
     observer_->hideRebuildIndexProgressIndicator();
     indexIsRebuilding_ = false;
     if (observer_->actionsEnabled()) return;
     observer_->enableWickWindow();
     observer_->enableActions();
+}
+
+void IndexRebuilder::initializeEventStream() {
+    if (indexer_.indexedFolders().empty()) return;
+    const std::weak_ptr presence = presence_;
+    FolderEventStream::Handlers handlers;
+    handlers.eventsArrived = [this, presence](const std::vector<std::uint32_t>& flags) {
+        if (!presence.expired()) folderEventsArrived(flags);
+    };
+    handlers.watchingIsLimited = [this, presence](const std::string& why) {
+        if (!presence.expired()) observer_->sendUserNotification(why);
+    };
+    fileSystemEventMonitoringEnabled_ = true;
+    folderEvents_.start(indexer_.indexedFolderPaths(), {isIndexedName, appendSubfolderNames},
+                        std::move(handlers));
 }
 
 double IndexRebuilder::pushFSEventTime(Time time) {
@@ -126,7 +154,7 @@ double IndexRebuilder::pushFSEventTime(Time time) {
 void IndexRebuilder::folderEventsArrived(const std::vector<std::uint32_t>& flags) {
     const double secondsSincePreviousDelivery = pushFSEventTime(mainLoop_.now());
     for (const std::uint32_t eventFlags : flags) {
-        if ((eventFlags & eventFlagItemIsFolder) == 0) continue;
+        if ((eventFlags & FolderEventFlag::isFolder) == 0) continue;
         observer_->sendUserNotification("Index will be rebuilt because an indexed folder changed.");
         if (!indexIsRebuilding_) {
             indexedFoldersHaveChanged_ = true;

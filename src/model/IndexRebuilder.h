@@ -6,6 +6,7 @@
 #include "model/RebuildObserver.h"
 #include "model/RebuildReason.h"
 #include "model/ScannedFolderName.h"
+#include "platform/ports/FolderEventStream.h"
 #include "platform/ports/MainLoop.h"
 
 #include <chrono>
@@ -25,11 +26,11 @@ class IndexRebuilder {
     using Time = std::chrono::system_clock::time_point;
     /// What runs on the walking thread; as indexOfFolders().
     using IndexBuilder = std::function<std::shared_ptr<const FolderIndex>(
-        const std::vector<std::string>&, const FolderWalk::FolderNameObserver&, const std::stop_token&)>;
+        const std::vector<std::string>&, const FolderNameObserver&, const std::stop_token&)>;
 
     /// All references must outlive the rebuilder.
     IndexRebuilder(FolderIndexer& indexer, const PreferencesStore& preferences, MainLoop& mainLoop,
-                   IndexBuilder buildIndex = indexOfFolders);
+                   FolderEventStream& folderEvents, IndexBuilder buildIndex = indexOfFolders);
     /// To be called before the first request. The observer must outlive the last rebuild.
     void setObserver(RebuildObserver& observer) { observer_ = &observer; }
     IndexRebuilder(const IndexRebuilder&) = delete;
@@ -41,8 +42,9 @@ class IndexRebuilder {
     void rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger recursionCount,
                                                                  RebuildReasonCode reason);
 
-    /// Starts to watch the indexed folders, once. Nothing watches them yet.
-    void initializeEventStream() {}
+    /// To be called once: starts to watch the indexed folders, for good. Without any there is nothing to
+    /// watch; folders that are added to the list later are not watched.
+    void initializeEventStream();
     /// One delivery of file-system events: the flags of each event. Those of a folder (0x20000) ask for a
     /// rebuild.
     void folderEventsArrived(const std::vector<std::uint32_t>& flags);
@@ -76,6 +78,7 @@ class IndexRebuilder {
     FolderIndexer& indexer_;
     const PreferencesStore& preferences_;
     MainLoop& mainLoop_;
+    FolderEventStream& folderEvents_;
     RebuildObserver* observer_ = nullptr;
     IndexBuilder buildIndex_;
 

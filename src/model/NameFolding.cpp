@@ -14,18 +14,34 @@ bool isAscii(char byte) {
     return static_cast<unsigned char>(byte) < 0x80;
 }
 
+/// What a code point stands for, marks left out.
+class Letters {
+  public:
+    Letters(utf8proc_int32_t codePoint, int options) {
+        int unusedBoundary = 0;
+        const auto found = utf8proc_decompose_char(
+            codePoint, letters_.data(), letters_.size(),
+            static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_STRIPMARK | options),
+            &unusedBoundary);
+        count_ = std::max<utf8proc_ssize_t>(found, 0);
+    }
+    auto begin() const { return letters_.begin(); }
+    auto end() const { return letters_.begin() + count_; }
+
+  private:
+    std::array<utf8proc_int32_t, 32> letters_{};
+    std::ptrdiff_t count_ = 0;
+};
+
 void appendFoldedCodePoint(utf8proc_int32_t codePoint, std::string& folded) {
-    constexpr auto options =
-        static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);
-    std::array<utf8proc_int32_t, 32> parts{};
-    int unusedBoundary = 0;
-    const utf8proc_ssize_t count =
-        utf8proc_decompose_char(codePoint, parts.data(), parts.size(), options, &unusedBoundary);
-    for (utf8proc_ssize_t i = 0; i < count; ++i) {
-        std::array<utf8proc_uint8_t, 4> bytes{};
-        const utf8proc_ssize_t length =
-            utf8proc_encode_char(parts[static_cast<std::size_t>(i)], bytes.data());
-        folded.append(bytes.begin(), bytes.begin() + length);
+    // The marks go before the case: the iota below a Greek letter, a mark, would become a letter otherwise,
+    // but only where it is written as one code point with that letter.
+    for (const utf8proc_int32_t letter : Letters(codePoint, 0)) {
+        for (const utf8proc_int32_t small : Letters(letter, UTF8PROC_CASEFOLD)) {
+            std::array<utf8proc_uint8_t, 4> bytes{};
+            const utf8proc_ssize_t length = utf8proc_encode_char(small, bytes.data());
+            folded.append(bytes.begin(), bytes.begin() + length);
+        }
     }
 }
 

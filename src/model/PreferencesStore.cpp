@@ -65,16 +65,23 @@ std::string PreferencesStore::filePath() const {
     return joinPath(appSupportRootPath_, "BrimwickPreferences.plist");
 }
 
-void PreferencesStore::loadPreferences() {
+bool PreferencesStore::hasOwnFile() const {
     std::error_code ignored;
-    const bool hasOwnFile = std::filesystem::exists(filePath(), ignored);
+    return std::filesystem::exists(filePath(), ignored);
+}
+
+tl::expected<PropertyListDictionary, std::string> PreferencesStore::readStoredPreferences() const {
     const std::optional<std::string> chosen =
-        hasOwnFile ? filePath() : resources_.pathForResource("DefaultPreferences", "plist");
-    auto loaded = readPropertyListFile(chosen.value_or(std::string()));
+        hasOwnFile() ? filePath() : resources_.pathForResource("DefaultPreferences", "plist");
+    return readPropertyListFile(chosen.value_or(std::string()));
+}
+
+void PreferencesStore::loadPreferences() {
+    auto loaded = readStoredPreferences();
     if (loaded) {
         preferences_ = *std::move(loaded);
     } else {
-        if (hasOwnFile) keepCorruptFileAside(filePath());
+        if (hasOwnFile()) keepCorruptFileAside(filePath());
         preferences_ = defaultPreferencesDictionary();
         savePreferences();
     }

@@ -4,6 +4,8 @@
 #include "model/PropertyList.h"
 #include "model/Resources.h"
 
+#include <tl/expected.hpp>
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,6 +23,9 @@ class PreferencesStore {
     /// The 22 built-in defaults, in their order.
     static PropertyListDictionary defaultPreferencesDictionary();
 
+    /// What the file holds, or, when there is none, the shipped defaults; touches neither. The error is the
+    /// reason.
+    tl::expected<PropertyListDictionary, std::string> readStoredPreferences() const;
     /// Fills the dictionary from the file, the shipped defaults or the built-in ones, and upgrades older
     /// files. A corrupt file is first copied beside itself.
     void loadPreferences();
@@ -56,6 +61,8 @@ class PreferencesStore {
     std::string filePath() const;
 
   private:
+    bool hasOwnFile() const;
+
     std::string appSupportRootPath_;
     Resources resources_;
     const std::vector<BWSelectedFileOrFolder>& indexedFolders_;

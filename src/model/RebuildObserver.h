@@ -21,7 +21,11 @@ class RebuildObserver {
     virtual bool pickerWindowIsVisible() const = 0;
     /// Searches anew for what stands in the picker's search field.
     virtual void search() = 0;
+    /// Gives up results that nobody sees, and the index that they are of.
+    virtual void forgetSearchResults() = 0;
     virtual void enableWickWindow() = 0;
+    /// Has the picker's controls follow its results; does nothing during a rebuild.
+    virtual void enableDisableWickWindowControls() = 0;
 
     virtual bool actionsEnabled() const = 0;
     virtual void enableActions() = 0;

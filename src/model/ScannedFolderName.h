@@ -6,13 +6,14 @@
 
 namespace brimwick {
 
-/// The name of the folder that a walk is in at the moment. The walk sets it, whoever shows it asks now and
-/// then: any thread.
+/// The name of the folder that a walk is in at the moment. The walking threads set it, whoever shows it asks
+/// now and then: any thread.
 class ScannedFolderName {
   public:
+    /// Where two set a name at the same moment one of them has its way.
     void set(std::string_view name) {
-        const std::lock_guard lock(mutex_);
-        name_ = name;
+        const std::unique_lock lock(mutex_, std::try_to_lock);
+        if (lock) name_ = name;
     }
     /// Bytes; empty before the first walk came to a subfolder.
     std::string get() const {

@@ -61,4 +61,14 @@ std::string withoutWhatXmlCannotHold(std::string_view bytes) {
     return text;
 }
 
+std::string withReplacementCharacters(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size());
+    forEachCharacter(bytes, [&](utf8proc_int32_t code, std::string_view character) {
+        text += code >= 0 ? character : "\xEF\xBF\xBD";
+        return true;
+    });
+    return text;
+}
+
 } // namespace brimwick

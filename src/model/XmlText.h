@@ -12,6 +12,9 @@ bool isUtf8(std::string_view bytes);
 /// return would be read as a line feed).
 bool survivesXml(std::string_view bytes);
 
+/// The bytes as UTF-8: each that is not part of a character becomes U+FFFD.
+std::string withReplacementCharacters(std::string_view bytes);
+
 /// The bytes without what no XML document may hold.
 std::string withoutWhatXmlCannotHold(std::string_view bytes);
 

@@ -19,15 +19,27 @@ QIcon EntryIcons::image(const std::optional<Icon>& icon) const {
 }
 
 QIcon EntryIcons::fileImage(const std::string& path) const {
-    const QStyle* style = QApplication::style();
     struct stat status {};
     if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
-        return QIcon::fromTheme("folder", style->standardIcon(QStyle::SP_DirIcon));
+        return themeIcon("folder", "folder", QStyle::SP_DirIcon);
     // By name alone: an icon is no reason to open a file.
     const QMimeType type =
         QMimeDatabase().mimeTypeForFile(QString::fromUtf8(path.c_str()), QMimeDatabase::MatchExtension);
-    const QIcon generic = QIcon::fromTheme(type.genericIconName(), style->standardIcon(QStyle::SP_FileIcon));
-    return QIcon::fromTheme(type.iconName(), generic);
+    return themeIcon(type.iconName(), type.genericIconName(), QStyle::SP_FileIcon);
+}
+
+QIcon EntryIcons::themeIcon(const QString& name, const QString& genericName,
+                            QStyle::StandardPixmap last) const {
+    if (theme_ != QIcon::themeName()) {
+        theme_ = QIcon::themeName();
+        themeIcons_.clear();
+    }
+    const auto known = themeIcons_.constFind(name);
+    if (known != themeIcons_.cend()) return *known;
+    QIcon icon = QIcon::fromTheme(name);
+    if (icon.isNull()) icon = QIcon::fromTheme(genericName);
+    if (icon.isNull()) icon = QApplication::style()->standardIcon(last);
+    return *themeIcons_.insert(name, icon);
 }
 
 } // namespace brimwick

@@ -3,7 +3,10 @@
 #include "model/Icon.h"
 #include "model/Resources.h"
 
+#include <QHash>
 #include <QIcon>
+#include <QString>
+#include <QStyle>
 
 #include <optional>
 
@@ -19,8 +22,12 @@ class EntryIcons {
 
   private:
     QIcon fileImage(const std::string& path) const;
+    QIcon themeIcon(const QString& name, const QString& genericName, QStyle::StandardPixmap last) const;
 
     Resources resources_;
+    /// Those of the theme that were shown already: rows are painted at every key press.
+    mutable QHash<QString, QIcon> themeIcons_;
+    mutable QString theme_;
 };
 
 } // namespace brimwick

@@ -15,18 +15,17 @@ int SearchResultsModel::rowCount(const QModelIndex& parent) const {
 QVariant SearchResultsModel::data(const QModelIndex& index, int role) const {
     const auto row = static_cast<std::size_t>(index.row());
     if (!index.isValid() || row >= search_.searchResults().entries.size()) return {};
-    const BWSelectedFileOrFolder entry = search_.entryAt(row);
     switch (role) {
     case Qt::DisplayRole:
-        return displayText(entry.name().value_or(""));
+        return displayText(search_.displayNameAt(row));
     case Qt::DecorationRole:
-        return icons_.image(entry.icon());
+        return icons_.image(search_.entryAt(row).icon());
     case Qt::ToolTipRole:
-        return displayText(entry.path()).toHtmlEscaped();
+        return displayText(search_.pathAt(row)).toHtmlEscaped();
     case Qt::AccessibleTextRole:
-        return displayText(entry.name().value_or("")) + ", " + location(entry.path());
+        return displayText(search_.displayNameAt(row)) + ", " + location(search_.pathAt(row));
     case EntryDelegate::LocationRole:
-        return location(entry.path());
+        return location(search_.pathAt(row));
     default:
         return {};
     }

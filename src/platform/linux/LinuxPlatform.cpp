@@ -4,6 +4,7 @@
 #include "platform/linux/dbus/DBusNotificationService.h"
 #include "platform/linux/dbus/FolderOpener.h"
 #include "platform/linux/filemanagers/X11FileManager.h"
+#include "platform/linux/inotify/InotifyFolderEventStream.h"
 #include "platform/linux/plain/PlainDesktop.h"
 #include "platform/linux/x11/QtClipboardSnapshot.h"
 #include "platform/linux/x11/X11HotKeyService.h"
@@ -14,6 +15,8 @@
 namespace brimwick {
 
 struct LinuxPlatform::Services {
+    explicit Services(MainLoop& mainLoop) : folderEvents(mainLoop) {}
+
     std::function<void(const DesktopNotification&)> notificationFallback;
     DBusNotificationService notifications{QDBusConnection::sessionBus(),
                                           [this](const DesktopNotification& notification) {
@@ -21,6 +24,7 @@ struct LinuxPlatform::Services {
                                           }};
     SilentSoundPlayer sounds;
     FolderOpener folderOpener{QDBusConnection::sessionBus()};
+    InotifyFolderEventStream folderEvents;
     UserTime userTime;
     std::unique_ptr<HotKeyService> hotKeys;
     std::unique_ptr<FileManager> fileManager;
@@ -59,16 +63,22 @@ void LinuxPlatform::Services::useWhatIsLeft() {
     hotKeys = std::make_unique<PlainHotKeyService>();
 }
 
-LinuxPlatform::LinuxPlatform(MainLoop& mainLoop)
-    : mainLoop_(mainLoop), services_(std::make_unique<Services>()) {
+LinuxPlatform::LinuxPlatform(MainLoop& mainLoop, InstanceService& instance)
+    : mainLoop_(mainLoop), instance_(instance), services_(std::make_unique<Services>(mainLoop)) {
     if (!services_->connectToXServer()) services_->useWhatIsLeft();
 }
 
 LinuxPlatform::~LinuxPlatform() = default;
 
 Ports LinuxPlatform::ports() {
-    return {*services_->hotKeys, *services_->fileManager,  services_->notifications,
-            services_->sounds,   *services_->windowSystem, mainLoop_};
+    return {*services_->hotKeys,
+            *services_->fileManager,
+            services_->notifications,
+            services_->sounds,
+            *services_->windowSystem,
+            services_->folderEvents,
+            mainLoop_,
+            instance_};
 }
 
 void LinuxPlatform::setNotificationFallback(std::function<void(const DesktopNotification&)> fallback) {

@@ -14,8 +14,8 @@ struct DesktopNotification;
 /// object, used and ended on the main thread.
 class LinuxPlatform {
   public:
-    /// The loop must outlive the platform.
-    explicit LinuxPlatform(MainLoop& mainLoop);
+    /// Both must outlive the platform.
+    LinuxPlatform(MainLoop& mainLoop, InstanceService& instance);
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
     ~LinuxPlatform();
@@ -27,6 +27,7 @@ class LinuxPlatform {
   private:
     struct Services;
     MainLoop& mainLoop_;
+    InstanceService& instance_;
     std::unique_ptr<Services> services_;
 };
 

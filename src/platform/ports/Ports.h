@@ -3,7 +3,9 @@
 namespace brimwick {
 
 class FileManager;
+class FolderEventStream;
 class HotKeyService;
+class InstanceService;
 class MainLoop;
 class NotificationService;
 class SoundPlayer;
@@ -16,7 +18,9 @@ struct Ports {
     NotificationService& notifications;
     SoundPlayer& sounds;
     WindowSystem& windowSystem;
+    FolderEventStream& folderEvents;
     MainLoop& mainLoop;
+    InstanceService& instance;
 };
 
 } // namespace brimwick

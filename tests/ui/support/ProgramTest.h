@@ -3,7 +3,9 @@
 #include "app/BWApplication.h"
 #include "app/Brimwick.h"
 #include "fakes/FakeFileManager.h"
+#include "fakes/FakeFolderEventStream.h"
 #include "fakes/FakeHotKeyService.h"
+#include "fakes/FakeInstanceService.h"
 #include "fakes/FakeMainLoop.h"
 #include "fakes/FakeNotificationService.h"
 #include "fakes/FakeSoundPlayer.h"
@@ -48,7 +50,8 @@ class ProgramTest : public testing::Test {
     std::string supportFolder() const { return home / "Library/Application Support/Brimwick"; }
 
     void startWithoutIndex() {
-        brimwick.emplace(Ports{hotKeys, fileManager, notifications, sounds, windowSystem, mainLoop},
+        brimwick.emplace(Ports{hotKeys, fileManager, notifications, sounds, windowSystem, folderEvents,
+                               mainLoop, instance},
                          home.path(), Resources(BRIMWICK_RESOURCES));
         static_cast<BWApplication*>(qApp)->setKeyDispatcher(&brimwick->view().keyDispatcher());
     }
@@ -90,7 +93,9 @@ class ProgramTest : public testing::Test {
     FakeNotificationService notifications;
     FakeSoundPlayer sounds;
     FakeWindowSystem windowSystem;
+    FakeFolderEventStream folderEvents;
     FakeMainLoop mainLoop;
+    FakeInstanceService instance;
     std::optional<Brimwick> brimwick;
 };
 

@@ -66,6 +66,17 @@ TEST_F(FolderSearchTest, ReplacesTheResultsThenSelectsTheFirstThenHidesThePrompt
     EXPECT_THAT(presenter_.calls, ElementsAre("replaced", "first selected", "prompt hidden"));
 }
 
+TEST_F(FolderSearchTest, ForgottenResultsKeepNoIndex) {
+    search_.searchFor("re");
+    const std::weak_ptr<const FolderIndex> searched = indexer_.index();
+    publishIndexOf({home_});
+    EXPECT_FALSE(searched.expired());
+    search_.forgetResults();
+    EXPECT_TRUE(searched.expired());
+    EXPECT_THAT(namesFound(), IsEmpty());
+    EXPECT_EQ(presenter_.calls.back(), "replaced");
+}
+
 TEST_F(FolderSearchTest, SaysWhenNoFolderMatches) {
     search_.searchFor("xyzzy");
     EXPECT_THAT(namesFound(), IsEmpty());

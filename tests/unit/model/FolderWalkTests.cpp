@@ -31,13 +31,20 @@ std::vector<std::string> paths(const FolderTree& folders) {
     return paths;
 }
 
-std::vector<std::string> walk(
-    const std::vector<std::string>& roots,
-    const FolderWalk::FolderNameObserver& observer = [](std::string_view) {}) {
+void ignoreName(std::string_view) {}
+
+std::vector<std::string> walk(const std::vector<std::string>& roots,
+                              unsigned threads = FolderWalk::usualThreads(),
+                              const FolderNameObserver& observer = ignoreName) {
     FolderTree folders;
-    FolderWalk walk(folders, observer);
+    FolderWalk walk(folders, observer, {}, threads);
     for (const std::string& root : roots) EXPECT_TRUE(walk.addRootDirectoryAndSubFoldersToIndex(root));
     return paths(folders);
+}
+
+/// By one thread, so that the names come in the order of the walk.
+std::vector<std::string> walk(const std::vector<std::string>& roots, const FolderNameObserver& observer) {
+    return walk(roots, 1, observer);
 }
 
 /// What the walk is to find in a tree without folders to be left out, read in the plainest way.
@@ -149,6 +156,52 @@ TEST(FolderWalk, AddsEachFolderBeforeItsSubfoldersInTheOrderOfTheListing) {
     EXPECT_EQ(walk({folder.path()}), expected);
 }
 
+TEST(FolderWalk, YieldsTheSameOrderHoweverManyThreadsTakePart) {
+    const TemporaryFolder folder;
+    std::uint32_t random = 1;
+    std::vector<std::string> parents = {"."};
+    for (int i = 0; i < 3000; ++i) {
+        random = random * 1664525 + 1013904223;
+        parents.push_back(parents[random / 7 % parents.size()] + "/" + std::to_string(i));
+        folder.makeFolder(parents.back());
+    }
+    std::vector<std::string> expected;
+    expectedPaths(folder.path(), expected);
+    for (const unsigned threads : {1U, 2U, 3U, 8U})
+        for (int repetition = 0; repetition < 5; ++repetition)
+            EXPECT_EQ(walk({folder.path()}, threads), expected) << threads << " threads";
+}
+
+TEST(FolderWalk, SharesAFolderWithNothingButLeavesBetweenThreads) {
+    const TemporaryFolder folder;
+    for (int i = 0; i < 1000; ++i) folder.makeFolder("leaf " + std::to_string(i));
+    std::vector<std::string> expected;
+    expectedPaths(folder.path(), expected);
+    for (int repetition = 0; repetition < 20; ++repetition) EXPECT_EQ(walk({folder.path()}, 4), expected);
+}
+
+TEST(FolderWalk, PassesOnWhatAThreadThrows) {
+    const TemporaryFolder folder;
+    for (int i = 0; i < 100; ++i) folder.makeFolder("folder " + std::to_string(i) + "/inside");
+    FolderTree folders;
+    const auto fail = [](std::string_view name) {
+        if (name == "inside") throw std::length_error("full");
+    };
+    FolderWalk walk(folders, fail, {}, 4);
+    EXPECT_THROW(walk.addRootDirectoryAndSubFoldersToIndex(folder.path()), std::length_error);
+}
+
+TEST(FolderWalk, FindsSubfoldersAmongManyFilesAndDotFolders) {
+    const TemporaryFolder folder;
+    for (int i = 0; i < 1500; ++i) {
+        folder.makeFile("a/file with a rather long name " + std::to_string(i));
+        if (i % 100 == 0) folder.makeFolder("a/.hidden " + std::to_string(i));
+        if (i % 150 == 0) folder.makeFolder("a/folder " + std::to_string(i));
+        if (i % 200 == 0) folder.makeFolder("a/" + std::to_string(i) + ".app");
+    }
+    EXPECT_EQ(walk({folder.path()}).size(), 2 + 10U);
+}
+
 TEST(FolderWalk, ReadsFoldersWithMoreEntriesThanOneReadYields) {
     const TemporaryFolder folder;
     for (int i = 0; i < 2000; ++i) folder.makeFolder("a folder with a rather long name " + std::to_string(i));
@@ -178,7 +231,7 @@ TEST(FolderWalk, WalksADotNamedRootAndAPackageAsRoot) {
     folder.makeFolder(".Trash/.hidden");
     folder.makeFolder("App.app/Contents");
     FolderTree folders;
-    FolderWalk walk(folders, [](std::string_view) {});
+    FolderWalk walk(folders, ignoreName);
     walk.addRootDirectoryAndSubFoldersToIndex(folder / ".Trash");
     walk.addRootDirectoryAndSubFoldersToIndex(folder / "App.app");
     EXPECT_THAT(paths(folders), ElementsAre(folder / ".Trash", folder / ".Trash/old", folder / "App.app",
@@ -195,8 +248,7 @@ TEST(FolderWalk, WalksTheFolderThatALinkedRootPointsAt) {
 
 TEST(FolderWalk, AddsARootThatIsGoneWithoutAName) {
     FolderTree folders;
-    EXPECT_TRUE(
-        FolderWalk(folders, [](std::string_view) {}).addRootDirectoryAndSubFoldersToIndex("/no/such/root"));
+    EXPECT_TRUE(FolderWalk(folders, ignoreName).addRootDirectoryAndSubFoldersToIndex("/no/such/root"));
     EXPECT_THAT(paths(folders), ElementsAre("/no/such/root"));
     EXPECT_EQ(folders.displayName(0), "");
 }
@@ -235,6 +287,20 @@ TEST(FolderWalk, AddsFoldersThatCannotBeListedWithoutSubfolders) {
                                             folder / "root/open", folder / "root/open/inside"));
 }
 
+TEST(FolderWalk, LeavesOutWhatLiesInAFolderThatCannotBeEntered) {
+    const TemporaryFolder folder;
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
+    folder.makeFolder("listed only/inside/deep");
+    std::filesystem::permissions(folder / "listed only", std::filesystem::perms(0444));
+    std::vector<std::string> found;
+    {
+        const OrdinaryUser user;
+        found = walk({folder.path()});
+    }
+    std::filesystem::permissions(folder / "listed only", std::filesystem::perms(0755));
+    EXPECT_THAT(found, ElementsAre(folder.path(), folder / "listed only"));
+}
+
 TEST(FolderWalk, KeepsOddNamesByteForByte) {
     const TemporaryFolder folder;
     const std::string longest(255, 'n');
@@ -261,9 +327,10 @@ TEST(FolderWalk, StopsWhenItIsToldTo) {
     const auto stopAtB = [&stop](std::string_view name) {
         if (name == "b") stop.request_stop();
     };
-    FolderWalk walk(folders, stopAtB, stop.get_token());
-    EXPECT_FALSE(walk.addRootDirectoryAndSubFoldersToIndex(folder.path()));
-    EXPECT_EQ(folders.size(), 3U);
+    for (const unsigned threads : {1U, 4U}) {
+        FolderWalk walk(folders, stopAtB, stop.get_token(), threads);
+        EXPECT_FALSE(walk.addRootDirectoryAndSubFoldersToIndex(folder.path()));
+    }
 }
 
 TEST(FolderWalk, LeavesOutAFolderThatVanishesBeforeItsTurn) {
@@ -294,8 +361,7 @@ TEST(FolderWalk, WalksFarBelowTheLongestPathWithFewFilesOpen) {
     FolderTree folders;
     {
         const OpenFileLimit limit(64);
-        EXPECT_TRUE(
-            FolderWalk(folders, [](std::string_view) {}).addRootDirectoryAndSubFoldersToIndex(folder.path()));
+        EXPECT_TRUE(FolderWalk(folders, ignoreName).addRootDirectoryAndSubFoldersToIndex(folder.path()));
     }
     ASSERT_EQ(folders.size(), 1 + depth);
     std::string expected = folder.path();

@@ -1,14 +1,8 @@
-#include "fakes/FakeMainLoop.h"
-#include "fakes/TemporaryFolder.h"
-#include "model/IndexRebuilder.h"
-
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <atomic>
-#include <optional>
-#include <string>
-#include <vector>
+
+#include "unit/model/IndexRebuilderTest.h"
 
 namespace brimwick {
 namespace {
@@ -23,80 +17,6 @@ constexpr std::uint32_t fileEvent = 0x10000 | 0x100;
 constexpr const char* initialized = "told: Index initialization complete.";
 constexpr const char* rebuilt = "told: Index rebuilding complete.";
 constexpr const char* willBeRebuilt = "told: Index will be rebuilt because an indexed folder changed.";
-
-/// Keeps what it was asked to do, in order.
-class RecordingObserver : public RebuildObserver {
-  public:
-    void showRebuildIndexProgressIndicator() override { calls.emplace_back("progress shown"); }
-    void hideRebuildIndexProgressIndicator() override { calls.emplace_back("progress hidden"); }
-    void animateIconUsingMethodWithToolTip(bool example, std::int64_t method,
-                                           const std::string& toolTip) override {
-        calls.push_back("animated " + std::to_string(example) + " " + std::to_string(method) + ": " +
-                        toolTip);
-    }
-    void sendUserNotification(const std::string& text) override { calls.push_back("told: " + text); }
-    void playDingSound() override { calls.emplace_back("ding"); }
-    bool pickerWindowIsVisible() const override { return pickerVisible; }
-    void search() override {
-        calls.emplace_back("searched");
-        if (onSearch) onSearch();
-    }
-    void enableWickWindow() override { calls.emplace_back("picker enabled"); }
-    bool actionsEnabled() const override { return enabled; }
-    void enableActions() override {
-        calls.emplace_back("actions enabled");
-        enabled = true;
-    }
-
-    bool pickerVisible = false;
-    bool enabled = true;
-    std::function<void()> onSearch;
-    std::vector<std::string> calls;
-};
-
-/// Preferences are all off; a "walk" lasts from the request until the main loop ran the next task.
-class IndexRebuilderTest : public testing::Test {
-  protected:
-    IndexRebuilderTest() {
-        rebuilder_.emplace(indexer_, preferences_, mainLoop_);
-        rebuilder_->setObserver(observer_);
-    }
-
-    void useBuilder(IndexRebuilder::IndexBuilder builder) {
-        rebuilder_.emplace(indexer_, preferences_, mainLoop_, std::move(builder));
-        rebuilder_->setObserver(observer_);
-    }
-    void setPreference(const char* key) { preferences_.preferences().set(key, {true}); }
-    void addRoot(const std::string& path) {
-        indexer_.indexedFolders().push_back(BWSelectedFileOrFolder::fileOrFolderWithPath(path));
-    }
-    void request(RebuildReasonCode reason, std::int32_t count = 0) {
-        rebuilder_->rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger::initWithInt(count),
-                                                                            reason);
-    }
-    void endWalk() {
-        ASSERT_TRUE(mainLoop_.runNext());
-        EXPECT_FALSE(mainLoop_.hasTasks() && !rebuilder_->indexIsRebuilding());
-    }
-    void buildFirstIndex() {
-        request(0);
-        endWalk();
-        observer_.calls.clear();
-    }
-    /// A delivery so many seconds after the one before.
-    void deliver(double seconds, const std::vector<std::uint32_t>& flags) {
-        mainLoop_.time += std::chrono::duration_cast<IndexRebuilder::Time::duration>(
-            std::chrono::duration<double>(seconds));
-        rebuilder_->folderEventsArrived(flags);
-    }
-
-    TemporaryFolder folder_;
-    FolderIndexer indexer_;
-    PreferencesStore preferences_{folder_ / "support", Resources(folder_.path()), indexer_.indexedFolders()};
-    FakeMainLoop mainLoop_;
-    RecordingObserver observer_;
-    std::optional<IndexRebuilder> rebuilder_;
-};
 
 } // namespace
 
@@ -199,6 +119,17 @@ TEST_F(IndexRebuilderTest, HidesTheProgressForAnUnknownReason) {
     EXPECT_THAT(observer_.calls, ElementsAre("progress hidden", "progress hidden", rebuilt));
 }
 
+TEST_F(IndexRebuilderTest, HasResultsForgottenThatNobodySees) {
+    observer_.pickerVisible = true;
+    buildFirstIndex();
+    EXPECT_EQ(observer_.timesResultsWereForgotten, 0);
+    observer_.pickerVisible = false;
+    rebuilder_->setIndexedFoldersHaveChanged(true);
+    request(rebuildReasonPreferencesChanged);
+    endWalk();
+    EXPECT_EQ(observer_.timesResultsWereForgotten, 1);
+}
+
 TEST_F(IndexRebuilderTest, SearchesAgainBeforeItHidesTheProgressWhenThePickerIsVisible) {
     observer_.pickerVisible = true;
     observer_.onSearch = [this] {
@@ -209,8 +140,17 @@ TEST_F(IndexRebuilderTest, SearchesAgainBeforeItHidesTheProgressWhenThePickerIsV
     addRoot(folder_.path());
     request(0);
     endWalk();
-    EXPECT_THAT(observer_.calls, ElementsAre("searched", "progress hidden", initialized, "picker enabled"));
+    EXPECT_THAT(observer_.calls,
+                ElementsAre("searched", "progress hidden", initialized, "picker enabled", "controls follow"));
     EXPECT_FALSE(rebuilder_->indexIsLocked());
+}
+
+TEST_F(IndexRebuilderTest, HasTheControlsFollowOnceTheRebuildIsOver) {
+    observer_.pickerVisible = true;
+    bool wasRebuilding = true;
+    observer_.onControlsFollow = [&] { wasRebuilding = rebuilder_->indexIsRebuilding(); };
+    buildFirstIndex();
+    EXPECT_FALSE(wasRebuilding);
 }
 
 TEST_F(IndexRebuilderTest, OnlyTakesTheReasonOfARequestThatComesDuringAWalk) {

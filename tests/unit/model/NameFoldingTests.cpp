@@ -42,7 +42,8 @@ TEST(NameFolding, SplitsLatinLigaturesAndKeepsLettersOfTheirOwn) {
 }
 
 TEST(NameFolding, FoldsALetterWithSeveralMarksToTheLetter) {
-    EXPECT_EQ(foldedName("\u1F82"), foldedName("\u03B1\u03B9"));
+    EXPECT_EQ(foldedName("\u1F82"), "\u03B1");
+    EXPECT_EQ(foldedName("\u03B1\u0313\u0300\u0345"), "\u03B1");
     EXPECT_EQ(foldedName("\u0390"), "\u03B9");
 }
 
@@ -59,6 +60,13 @@ TEST(NameFolding, KeepsScriptsWithoutCase) {
 
 TEST(NameFolding, FoldsMarksAloneToNothing) {
     EXPECT_EQ(foldedName("\u0301\u0308\u20DD"), "");
+}
+
+TEST(NameFolding, LeavesOutTheIotaBelowAGreekLetterHoweverItIsWritten) {
+    EXPECT_EQ(foldedName("\u1FB3"), "\u03B1");
+    EXPECT_EQ(foldedName("\u1FBC"), "\u03B1");
+    EXPECT_EQ(foldedName("\u03B1\u0345"), "\u03B1");
+    EXPECT_EQ(foldedName("\u0391\u0399"), "\u03B1\u03B9");
 }
 
 TEST(NameFolding, KeepsBytesThatAreNoText) {

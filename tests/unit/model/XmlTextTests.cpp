@@ -25,5 +25,10 @@ TEST(XmlText, LeavesOutOnlyWhatXmlCannotHold) {
               "a\r\nz\u00e9");
 }
 
+TEST(XmlText, PutsAReplacementInPlaceOfWhatIsNoUtf8) {
+    EXPECT_EQ(withReplacementCharacters("a\xFF\xC3z\u00e9"), "a\uFFFD\uFFFDz\u00e9");
+    EXPECT_EQ(withReplacementCharacters(std::string_view("\0", 1)), std::string("\0", 1));
+}
+
 } // namespace
 } // namespace brimwick

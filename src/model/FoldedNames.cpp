@@ -1,0 +1,84 @@
+#include "model/FoldedNames.h"
+
+#include "model/NameFolding.h"
+#include "model/NameScan.h"
+#include "model/Parallel.h"
+
+#include <algorithm>
+
+namespace brimwick {
+namespace {
+
+constexpr unsigned mostThreads = 4;
+constexpr std::size_t fewNames = 10000;
+
+std::string foldedInOrder(const FolderTree& folders, const FolderNumber* first, const FolderNumber* end) {
+    std::string names;
+    for (; first != end; ++first) {
+        appendFoldedName(folders.displayName(*first), names);
+        names += '\0';
+    }
+    return names;
+}
+
+} // namespace
+
+FoldedNames::FoldedNames(const FolderTree& folders, const std::vector<FolderNumber>& order) {
+    const unsigned threads = order.size() < fewNames ? 1 : threadsFor(mostThreads);
+    std::vector<std::string> parts(threads);
+    inParallel(threads, [&](unsigned number) {
+        const FolderNumber* const first = order.data();
+        parts[number] = foldedInOrder(folders, first + order.size() * number / threads,
+                                      first + order.size() * (number + 1) / threads);
+    });
+    for (const std::string& part : parts) size_ += part.size();
+    names_.reserve(size_ + scanPaddingBytes);
+    for (std::string& part : parts) {
+        names_ += part;
+        part = {};
+    }
+    names_.append(scanPaddingBytes, '\0');
+    countNamesByBlock();
+}
+
+void FoldedNames::countNamesByBlock() {
+    namesBeforeBlock_.reserve(size_ / scanBlockBytes + 1);
+    std::uint32_t names = 0;
+    for (std::size_t block = 0; block < size_; block += scanBlockBytes) {
+        namesBeforeBlock_.push_back(names);
+        const auto start = names_.begin() + static_cast<std::ptrdiff_t>(block);
+        const auto end = start + static_cast<std::ptrdiff_t>(std::min(scanBlockBytes, size_ - block));
+        names += static_cast<std::uint32_t>(std::count(start, end, '\0'));
+        // A block in sixteen tells enough.
+        if (block / scanBlockBytes % 16 == 0)
+            for (auto byte = start; byte != end; ++byte) ++frequencies_[static_cast<unsigned char>(*byte)];
+    }
+}
+
+void FoldedNames::find(std::string_view folded, const std::vector<FolderNumber>& order,
+                       std::vector<FolderNumber>& found) const {
+    if (folded.empty() || folded.find('\0') != std::string_view::npos) return;
+
+    std::array<std::size_t, mostProbedBytes> places{};
+    const std::size_t probed = std::min(folded.size(), mostProbedBytes);
+    for (std::size_t place = 0; place < probed; ++place) places[place] = place;
+    const auto rarer = [this, folded](std::size_t left, std::size_t right) {
+        return frequencies_[static_cast<unsigned char>(folded[left])] <
+               frequencies_[static_cast<unsigned char>(folded[right])];
+    };
+    std::partial_sort(places.begin(), places.begin() + std::min<std::size_t>(probed, 2),
+                      places.begin() + static_cast<std::ptrdiff_t>(probed), rarer);
+
+    const ScannedNames names{names_.data(), size_, namesBeforeBlock_.data(), order.data()};
+    const ScanText text{folded, places[0], probed > 1 ? places[1] : places[0]};
+    ScanPosition position;
+    std::array<FolderNumber, 4096> some;
+    while (const std::size_t count = scanNames(names, text, position, some.data(), some.size()))
+        found.insert(found.end(), some.begin(), some.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+std::size_t FoldedNames::overheadBytes() const {
+    return names_.capacity() - size_ + namesBeforeBlock_.capacity() * sizeof(std::uint32_t);
+}
+
+} // namespace brimwick

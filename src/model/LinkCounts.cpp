@@ -1,0 +1,45 @@
+#include "model/LinkCounts.h"
+
+#include <linux/magic.h>
+#include <sys/vfs.h>
+
+namespace brimwick {
+namespace {
+
+constexpr long xfsMagic = 0x58465342;
+
+/// Only those that are known to: one that counts otherwise would hide folders.
+bool keepsLinkCounts(long fileSystem) {
+    switch (fileSystem) {
+    case EXT4_SUPER_MAGIC: // ext2 and ext3 too
+    case xfsMagic:
+    case TMPFS_MAGIC:
+    case F2FS_SUPER_MAGIC:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+std::optional<bool> LinkCounts::areKeptOn(dev_t device) {
+    if (last_ < devices_.size() && devices_[last_].number == device) return devices_[last_].keepsLinkCounts;
+    for (last_ = 0; last_ < devices_.size(); ++last_)
+        if (devices_[last_].number == device) return devices_[last_].keepsLinkCounts;
+    return std::nullopt;
+}
+
+bool LinkCounts::lookAt(int directory, dev_t device) {
+    struct statfs fileSystem {};
+    const bool kept = fstatfs(directory, &fileSystem) == 0 && keepsLinkCounts(fileSystem.f_type);
+    devices_.push_back({device, kept});
+    return kept;
+}
+
+std::optional<std::size_t> subfoldersByLinkCount(nlink_t linkCount) {
+    if (linkCount < 2) return std::nullopt;
+    return linkCount - 2;
+}
+
+} // namespace brimwick

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace brimwick {
+
+/// Where the program keeps its files, below the home folder of the user.
+inline std::string supportFolder(const std::string& homeDirectory) {
+    return homeDirectory + "/Library/Application Support/Brimwick";
+}
+
+} // namespace brimwick

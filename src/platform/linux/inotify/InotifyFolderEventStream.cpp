@@ -1,0 +1,71 @@
+#include "platform/linux/inotify/InotifyFolderEventStream.h"
+
+#include "platform/linux/inotify/FolderWatcher.h"
+#include "platform/linux/inotify/WatchLimit.h"
+#include "platform/ports/ThreadPriority.h"
+
+#include <pthread.h>
+
+#include <exception>
+
+namespace brimwick {
+namespace {
+
+/// Of the calling thread alone.
+void becomeBackgroundThread() {
+    pthread_setname_np(pthread_self(), "folder-events");
+    lowerThreadPriority();
+}
+
+} // namespace
+
+InotifyFolderEventStream::InotifyFolderEventStream(MainLoop& mainLoop, WatchingOptions options)
+    : mainLoop_(mainLoop), options_(std::move(options)), folders_(!options_.withoutInotify),
+      wayToRoots_(!options_.withoutInotify), error_(folders_.error()) {}
+
+InotifyFolderEventStream::~InotifyFolderEventStream() {
+    mailbox_.stop();
+}
+
+Capability InotifyFolderEventStream::capability() const {
+    if (error_ == 0) return {true, {}};
+    return {false, watchingIsUnavailable(error_)};
+}
+
+void InotifyFolderEventStream::start(std::vector<std::string> rootPaths, FolderRules rules,
+                                     Handlers handlers) {
+    if (handlers_) return;
+    handlers_ = std::make_shared<const Handlers>(std::move(handlers));
+    postedHandlers_ = handlers_;
+    try {
+        watcher_ = std::jthread([this, roots = std::move(rootPaths), rules] { watch(roots, rules); });
+    } catch (const std::exception& failure) {
+        postLimit(std::string("Changes of folders will not be noticed: ") + failure.what() + ".");
+    }
+}
+
+void InotifyFolderEventStream::watch(const std::vector<std::string>& rootPaths, const FolderRules& rules) {
+    becomeBackgroundThread();
+    try {
+        FolderWatcher(rootPaths, rules, options_, std::move(folders_), std::move(wayToRoots_), mailbox_,
+                      {[this](std::vector<std::uint32_t> flags) { postEvents(std::move(flags)); },
+                       [this](std::string why) { postLimit(std::move(why)); }})
+            .run();
+    } catch (const std::exception& failure) {
+        postLimit(std::string("Changes of folders are noticed no longer: ") + failure.what() + ".");
+    }
+}
+
+void InotifyFolderEventStream::postEvents(std::vector<std::uint32_t> flags) {
+    mainLoop_.post([handlers = postedHandlers_, flags = std::move(flags)] {
+        if (const auto present = handlers.lock()) present->eventsArrived(flags);
+    });
+}
+
+void InotifyFolderEventStream::postLimit(std::string why) {
+    mainLoop_.post([handlers = postedHandlers_, why = std::move(why)] {
+        if (const auto present = handlers.lock()) present->watchingIsLimited(why);
+    });
+}
+
+} // namespace brimwick

@@ -1,0 +1,84 @@
+#include "platform/linux/inotify/MountWatch.h"
+
+#include "platform/linux/inotify/RootCoverage.h"
+#include "platform/ports/FolderEventStream.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <sstream>
+
+namespace brimwick {
+namespace {
+
+constexpr const char* mountTable = "/proc/self/mountinfo";
+
+std::string contentOf(int descriptor) {
+    std::string content;
+    std::array<char, 65536> piece;
+    for (;;) {
+        const ssize_t size =
+            pread(descriptor, piece.data(), piece.size(), static_cast<off_t>(content.size()));
+        if (size <= 0) return content;
+        content.append(piece.data(), static_cast<std::size_t>(size));
+    }
+}
+
+/// The table writes spaces, tabs, line breaks and backslashes as octal numbers.
+std::string unescaped(const std::string& text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && i + 3 < text.size()) {
+            result +=
+                static_cast<char>((text[i + 1] - '0') * 64 + (text[i + 2] - '0') * 8 + (text[i + 3] - '0'));
+            i += 3;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+MountWatch::MountWatch(bool (*isIndexedName)(std::string_view))
+    : isIndexedName_(isIndexedName), mounts_(open(mountTable, O_RDONLY | O_CLOEXEC)) {}
+
+std::vector<std::uint32_t> MountWatch::changes(const std::set<std::string>& roots) {
+    std::vector<std::uint32_t> flags;
+    std::multiset<std::string> now = relevantMounts(roots);
+    // Where the roots lie elsewhere, other mounts matter; that they moved is told by whoever noticed it.
+    if (asked_ && roots == knownRoots_) {
+        if (!std::ranges::includes(known_, now))
+            flags.push_back(FolderEventFlag::isFolder | FolderEventFlag::created);
+        if (!std::ranges::includes(now, known_))
+            flags.push_back(FolderEventFlag::isFolder | FolderEventFlag::removed);
+    }
+    asked_ = true;
+    knownRoots_ = roots;
+    known_ = std::move(now);
+    return flags;
+}
+
+std::multiset<std::string> MountWatch::relevantMounts(const std::set<std::string>& roots) const {
+    std::multiset<std::string> relevant;
+    if (!mounts_) return relevant;
+    std::istringstream table(contentOf(mounts_.get()));
+    for (std::string line; std::getline(table, line);) {
+        std::istringstream fields(line);
+        std::string number, parent, device, part, mountPoint;
+        fields >> number >> parent >> device >> part >> mountPoint;
+        if (concerns(unescaped(mountPoint), roots)) relevant.insert(device + " " + part + " " + mountPoint);
+    }
+    return relevant;
+}
+
+bool MountWatch::concerns(const std::string& mountPoint, const std::set<std::string>& roots) const {
+    return std::ranges::any_of(roots, [this, &mountPoint](const std::string& root) {
+        return isSameOrBelow(root, mountPoint) || leadsTo(root, mountPoint, isIndexedName_);
+    });
+}
+
+} // namespace brimwick

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace brimwick {
+
+/// How many watches the program allows itself: what the system gives a user, less a reserve for the user's
+/// other programs.
+class WatchLimit {
+  public:
+    /// The system's limit when none is given.
+    explicit WatchLimit(std::optional<std::size_t> limit);
+
+    std::size_t allowed() const { return allowed_; }
+    /// The system refused a further watch when there were so many: others hold the rest.
+    void wasReachedAt(std::size_t watches);
+
+  private:
+    std::size_t reserve_;
+    std::size_t allowed_;
+};
+
+/// For the user, one sentence each.
+std::string watchLimitReached(std::size_t unwatched, std::size_t all);
+std::string watchingIsUnavailable(int error);
+
+} // namespace brimwick

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/commands/CommandLine.h"
+#include "fakes/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace brimwick {
+
+/// The program that runs already, or that does not.
+class FakeRunningInstance : public RunningInstance {
+  public:
+    std::optional<RequestResult> request(const InstanceRequest& request, const ByteSink& output) override {
+        requests.push_back(request);
+        if (answer) output(prints);
+        return answer;
+    }
+
+    std::vector<InstanceRequest> requests;
+    /// Nothing when no program runs.
+    std::optional<RequestResult> answer;
+    std::string prints;
+};
+
+/// The command line, with a home of its own.
+class CommandTest : public testing::Test {
+  protected:
+    int run(const CommandArguments& arguments) {
+        return runCommandLine(arguments,
+                              {.running = running,
+                               .output =
+                                   [this](std::string_view bytes) {
+                                       printed += bytes;
+                                       return true;
+                                   },
+                               .complain = [this](const std::string& line) { complaints.push_back(line); },
+                               .outputIsTerminal = isTerminal,
+                               .homeDirectory = [this] { return home.path(); },
+                               .resourceDirectory = BRIMWICK_RESOURCES,
+                               .version = "1.2.3"});
+    }
+
+    TemporaryFolder home;
+    FakeRunningInstance running;
+    bool isTerminal = false;
+    std::string printed;
+    std::vector<std::string> complaints;
+};
+
+} // namespace brimwick
