@@ -46,6 +46,16 @@ def test_without_a_running_file_manager_open_starts_the_usual_one(filing):
     filing.desktop.windows.wait_for("pcmanfm-qt", "Taxes", timeout=20)
 
 
+@pytest.mark.parametrize("environment, said", [
+    ({"DISPLAY": ":987"}, "brimwick: the display :987 cannot be opened"),
+    ({"DISPLAY": ""}, "brimwick: there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"),
+])
+def test_without_a_display_one_line_says_so(desktop, environment, said):
+    done = desktop.brimwick.run(environment=environment)
+    assert done.returncode == 1
+    assert done.stderr.decode().splitlines() == [said]
+
+
 def _move(filing):
     filing.show_selected({"a.txt": b"a"})
     filing.invoke(MOVE)

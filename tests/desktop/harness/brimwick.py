@@ -30,17 +30,22 @@ class Brimwick:
         self._desktop = desktop
         self._process = None
 
-    def start(self, wait=True, environment=None):
+    def start(self, wait=True, environment=None, timeout=20.0):
         """Starts it, and waits until its index is ready unless told otherwise; returns its process."""
         settings = {**SANITIZERS, **(environment or {})}
         self._process = self._desktop.children.start("brimwick", [self._reachable_binary()], settings)
         if wait:
-            wait_until(self._is_ready, lambda: f"the index is ready; stderr: {self._process.stderr()}", 20)
+            wait_until(self._is_ready, lambda: f"the index is ready; stderr: {self._process.stderr()}", timeout)
         return self._process
 
-    def run(self, *arguments):
+    def run(self, *arguments, environment=None):
         """Runs another brimwick with arguments to its end, as from a terminal."""
-        return self._desktop.children.run([self._reachable_binary(), *arguments])
+        settings = {**SANITIZERS, **(environment or {})}
+        return self._desktop.children.run([self._reachable_binary(), *arguments], environment=settings)
+
+    def open(self, *arguments, **options):
+        """Starts another brimwick with arguments; a Popen, whose `options` say where its output goes."""
+        return self._desktop.children.open([self._reachable_binary(), *arguments], SANITIZERS, **options)
 
     @property
     def process(self):

@@ -31,6 +31,12 @@ class PickerPlaces:
     def result(self, row: int):
         return self._at(120, RESULTS_TOP[self._mode] + 1 + row * ROW_HEIGHT + ROW_HEIGHT // 2)
 
+    def results_area(self) -> Rectangle:
+        """Where the rows are."""
+        top = RESULTS_TOP[self._mode] + 1
+        width, height = self._client.width - 2 * MARGIN, self._client.height - BUTTON_STRIP - top
+        return Rectangle(*self._at(MARGIN, top), width, height)
+
     def selected_file(self, row: int):
         return self._at(120, FIRST_SELECTED_FILE_Y + row * SELECTED_FILE_HEIGHT)
 
@@ -49,6 +55,11 @@ class PickerPlaces:
     def selected_files_area(self) -> Rectangle:
         """Where the names of the selected files are."""
         return Rectangle(*self._at(MARGIN + 10, FIRST_SELECTED_FILE_Y - 10), self._client.width - 60, 60)
+
+    def results_area(self) -> Rectangle:
+        """The first rows of what was found, without the scroll bar."""
+        top = RESULTS_TOP[self._mode] + 1
+        return Rectangle(*self._at(MARGIN + 2, top), self._client.width - 4 * MARGIN, 4 * ROW_HEIGHT)
 
     def lower_right_corner(self):
         return self._at(self._client.width - 4, self._client.height - 4)

@@ -15,6 +15,8 @@ _libc = ctypes.CDLL(None)
 
 def _die_with_parent():
     _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+    # Tests that run in the background have it ignored, and pass that on.
+    signal.signal(signal.SIGINT, signal.SIG_DFL)
 
 
 class Child:
@@ -100,6 +102,18 @@ class Children:
             env=self._merged(environment),
             cwd=self._account.home,
             timeout=timeout,
+            **self._account.credentials(),
+            **options,
+        )
+
+    def open(self, arguments, environment=None, **options) -> subprocess.Popen:
+        """Starts a program that the caller talks to and ends."""
+        return subprocess.Popen(
+            [os.fspath(argument) for argument in arguments],
+            stdin=subprocess.DEVNULL,
+            env=self._merged(environment),
+            cwd=self._account.home,
+            preexec_fn=_die_with_parent,
             **self._account.credentials(),
             **options,
         )
