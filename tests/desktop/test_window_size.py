@@ -98,6 +98,8 @@ def _pull_corner(sized, mode, right, down):
 
         wait_until(pulled, lambda: f"the window is larger; it is {picker.frame}")
         mouse.release(RIGHT)
+    # Until the window manager has noticed that, it keeps the keys.
+    sized.desktop.keyboard.wait_until_free()
 
 
 def _wait_for_frame(sized, width, height):

@@ -5,6 +5,8 @@ from contextlib import contextmanager
 from Xlib import XK, X
 from Xlib.ext import xtest
 
+from .waiting import wait_until
+
 NAMES = {
     "ctrl": "Control_L",
     "shift": "Shift_L",
@@ -63,6 +65,17 @@ class Keyboard:
         """The key codes that the server believes to be down."""
         keymap = self._display.query_keymap()
         return [code for code in range(8, 256) if keymap[code // 8] >> (code % 8) & 1]
+
+    def wait_until_free(self):
+        """Waits until no program keeps the keys to itself, as a window manager does while a window is resized."""
+        root = self._display.screen().root
+
+        def could_be_grabbed():
+            return root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.GrabSuccess
+
+        wait_until(could_be_grabbed, "the keyboard is free")
+        self._display.ungrab_keyboard(X.CurrentTime)
+        self._display.sync()
 
     def code(self, key: str) -> int:
         code = self._display.keysym_to_keycode(XK.string_to_keysym(NAMES.get(key, key)))
