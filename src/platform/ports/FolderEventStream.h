@@ -28,8 +28,8 @@ class FolderEventStream {
     struct Handlers {
         /// One delivery: the flags of each event, in order; never empty. On the main thread.
         std::function<void(const std::vector<std::uint32_t>&)> eventsArrived;
-        /// Called at most once: why changes of some folders will be noticed late, as one sentence for the
-        /// user. On the main thread.
+        /// Changes of some folders will be noticed late, or no longer: why, as one sentence for the user. On
+        /// the main thread.
         std::function<void(const std::string&)> watchingIsLimited;
     };
 

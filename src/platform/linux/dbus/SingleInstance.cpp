@@ -6,6 +6,7 @@
 #include <QDBusConnectionInterface>
 
 #include <exception>
+#include <system_error>
 #include <utility>
 
 namespace brimwick {
@@ -69,17 +70,20 @@ void SingleInstance::handOver(const Call& call) {
 void SingleInstance::start(const Call& call, Work work) {
     const auto job = jobs_.emplace(jobs_.end());
     job->reply = call.reply;
-    job->thread = std::jthread([this, job, output = call.output, work = std::move(work)]() mutable {
-        const PipeWriter writer(output.fileDescriptor(), stop_.descriptor());
-        job->result = resultOf(work, [&writer](std::string_view bytes) { return writer.write(bytes); });
-        // The reader learns of the end before the answer comes.
-        output = {};
-        const auto end = [this, job] {
-            finish(*job);
-            jobs_.erase(job);
-        };
-        QMetaObject::invokeMethod(this, end, Qt::QueuedConnection);
-    });
+    const auto end = [this, job] {
+        finish(*job);
+        jobs_.erase(job);
+    };
+    try {
+        job->thread = std::jthread([this, job, end, output = call.output, work = std::move(work)] {
+            const PipeWriter writer(output.fileDescriptor(), stop_.descriptor());
+            job->result = resultOf(work, [&writer](std::string_view bytes) { return writer.write(bytes); });
+            QMetaObject::invokeMethod(this, end, Qt::QueuedConnection);
+        });
+    } catch (const std::system_error& failure) {
+        job->result = {.exitCode = 1, .message = failure.what()};
+        end();
+    }
 }
 
 void SingleInstance::finish(Job& job) {

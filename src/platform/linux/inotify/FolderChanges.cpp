@@ -2,8 +2,6 @@
 
 #include "platform/ports/FolderEventStream.h"
 
-#include <sys/inotify.h>
-
 #include <unordered_map>
 
 namespace brimwick {
@@ -16,7 +14,6 @@ std::uint32_t flagOf(std::uint32_t mask) {
 } // namespace
 
 FolderChanges folderChanges(const std::vector<InotifyEvent>& events, const FolderRules& rules) {
-    constexpr std::uint32_t changes = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
     FolderChanges result;
     std::unordered_map<std::uint32_t, std::size_t> movedAway;
     for (const InotifyEvent& event : events) {
@@ -24,7 +21,7 @@ FolderChanges folderChanges(const std::vector<InotifyEvent>& events, const Folde
         result.rootTouched |= (event.mask & (IN_DELETE_SELF | IN_MOVE_SELF)) != 0;
         result.unmounted |= (event.mask & IN_UNMOUNT) != 0;
         if ((event.mask & IN_IGNORED) != 0) result.ended.push_back(event.watch);
-        if ((event.mask & changes) == 0 || (event.mask & IN_ISDIR) == 0) continue;
+        if ((event.mask & namesComeAndGo) == 0 || (event.mask & IN_ISDIR) == 0) continue;
         if (!rules.isIndexedName(event.name)) continue;
 
         const bool movedIn = (event.mask & IN_MOVED_TO) != 0;

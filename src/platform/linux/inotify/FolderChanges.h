@@ -31,6 +31,7 @@ struct FolderChanges {
     std::vector<WatchNumber> ended;
 };
 
+/// What one batch says; the two halves of a rename are joined when both are in it. Names are copied.
 FolderChanges folderChanges(const std::vector<InotifyEvent>& events, const FolderRules& rules);
 
 } // namespace brimwick

@@ -1,6 +1,7 @@
 #include "platform/linux/inotify/FolderWatcher.h"
 
 #include "platform/linux/inotify/WatchPass.h"
+#include "platform/linux/inotify/WatchingTexts.h"
 #include "platform/ports/FolderEventStream.h"
 
 #include <poll.h>
@@ -16,8 +17,7 @@ FolderWatcher::FolderWatcher(std::vector<std::string> roots, const FolderRules& 
                              WalkMailbox& mailbox, Outlets outlets)
     : roots_(std::move(roots)), rules_(rules), options_(std::move(options)), inotify_(std::move(folders)),
       mailbox_(mailbox), outlets_(std::move(outlets)), comparison_(rules),
-      state_(WatchLimit(options_.watchLimit)), rootWatchError_(wayToRoots.error()),
-      rootWatch_(roots_, std::move(wayToRoots)), mountWatch_(rules.isIndexedName),
+      state_(WatchLimit(options_.watchLimit)), rootWatch_(roots_, std::move(wayToRoots)), mountWatch_(rules),
       lateComparison_(options_.slowInterval) {
     mountWatch_.changes(rootWatch_.paths());
 }
@@ -99,7 +99,7 @@ void FolderWatcher::followWalk() {
     const WalkStart start = listStart_;
     mustFollow_ = false;
     for (bool again = true; again;) {
-        WatchPass pass(*list, start, roots_, rules_.isIndexedName, inotify_, comparison_, state_,
+        WatchPass pass(*list, start, roots_, rules_, inotify_, comparison_, state_,
                        [this] { return carryOn(); });
         if (!pass.run()) {
             mustFollow_ = true;
@@ -156,7 +156,7 @@ void FolderWatcher::deliverOne(std::uint32_t flags) {
 void FolderWatcher::tellLimitOnce() {
     if (toldLimit_ || !mustCompareLate()) return;
     toldLimit_ = true;
-    const int error = inotify_.error() != 0 ? inotify_.error() : rootWatchError_;
+    const int error = inotify_.error() != 0 ? inotify_.error() : rootWatch_.error();
     // Where all folders found room, the ways to the roots did not.
     const std::size_t late = state_.unwatched.empty() ? roots_.size() : state_.unwatched.size();
     outlets_.tellLimit(error != 0 ? watchingIsUnavailable(error)

@@ -61,7 +61,6 @@ class FolderWatcher {
     Outlets outlets_;
     SubfolderComparison comparison_;
     WatchState state_;
-    int rootWatchError_;
     RootWatch rootWatch_;
     MountWatch mountWatch_;
     LateComparison lateComparison_;

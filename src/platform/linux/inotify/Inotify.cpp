@@ -1,6 +1,5 @@
 #include "platform/linux/inotify/Inotify.h"
 
-#include <sys/inotify.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -28,6 +27,10 @@ WatchNumber Inotify::add(const char* path, std::uint32_t mask) const {
         return -1;
     }
     return inotify_add_watch(queue_.get(), path, mask);
+}
+
+bool Inotify::lacksRoom() const {
+    return errno == ENOSPC || errno == ENOMEM || !queue_;
 }
 
 void Inotify::remove(WatchNumber watch) const {

@@ -2,6 +2,8 @@
 
 #include "platform/ports/FileDescriptor.h"
 
+#include <sys/inotify.h>
+
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -10,6 +12,9 @@ namespace brimwick {
 
 /// A number that the system gives a watched folder. They grow; none is given twice.
 using WatchNumber = int;
+
+/// The events of names that appear in a folder and disappear from it.
+inline constexpr std::uint32_t namesComeAndGo = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
 
 /// What happened in a watched folder, as the system tells it.
 struct InotifyEvent {
@@ -34,6 +39,8 @@ class Inotify {
 
     /// The number of the watch that stands now; -1 with errno set when it could not be made.
     WatchNumber add(const char* path, std::uint32_t mask) const;
+    /// After an add() that failed: whether that was for want of room for another watch, not for the folder.
+    bool lacksRoom() const;
     void remove(WatchNumber watch) const;
     /// Replaces `events` by the next batch, in order. Empty when nothing waits.
     void read(std::vector<InotifyEvent>& events);

@@ -1,7 +1,7 @@
 #include "platform/linux/inotify/InotifyFolderEventStream.h"
 
 #include "platform/linux/inotify/FolderWatcher.h"
-#include "platform/linux/inotify/WatchLimit.h"
+#include "platform/linux/inotify/WatchingTexts.h"
 #include "platform/ports/ThreadPriority.h"
 
 #include <pthread.h>
@@ -36,11 +36,10 @@ void InotifyFolderEventStream::start(std::vector<std::string> rootPaths, FolderR
                                      Handlers handlers) {
     if (handlers_) return;
     handlers_ = std::make_shared<const Handlers>(std::move(handlers));
-    postedHandlers_ = handlers_;
     try {
         watcher_ = std::jthread([this, roots = std::move(rootPaths), rules] { watch(roots, rules); });
     } catch (const std::exception& failure) {
-        postLimit(std::string("Changes of folders will not be noticed: ") + failure.what() + ".");
+        postLimit(watchingCannotStart(failure.what()));
     }
 }
 
@@ -52,18 +51,18 @@ void InotifyFolderEventStream::watch(const std::vector<std::string>& rootPaths, 
                        [this](std::string why) { postLimit(std::move(why)); }})
             .run();
     } catch (const std::exception& failure) {
-        postLimit(std::string("Changes of folders are noticed no longer: ") + failure.what() + ".");
+        postLimit(watchingHasEnded(failure.what()));
     }
 }
 
 void InotifyFolderEventStream::postEvents(std::vector<std::uint32_t> flags) {
-    mainLoop_.post([handlers = postedHandlers_, flags = std::move(flags)] {
+    mainLoop_.post([handlers = std::weak_ptr(handlers_), flags = std::move(flags)] {
         if (const auto present = handlers.lock()) present->eventsArrived(flags);
     });
 }
 
 void InotifyFolderEventStream::postLimit(std::string why) {
-    mainLoop_.post([handlers = postedHandlers_, why = std::move(why)] {
+    mainLoop_.post([handlers = std::weak_ptr(handlers_), why = std::move(why)] {
         if (const auto present = handlers.lock()) present->watchingIsLimited(why);
     });
 }

@@ -43,7 +43,6 @@ class InotifyFolderEventStream : public FolderEventStream {
     WalkMailbox mailbox_;
     /// Gone with the stream; what is posted looks after it first.
     std::shared_ptr<const Handlers> handlers_;
-    std::weak_ptr<const Handlers> postedHandlers_;
     /// Last, so that it has ended before anything that it uses goes.
     std::jthread watcher_;
 };

@@ -1,6 +1,6 @@
 #include "platform/linux/inotify/MountWatch.h"
 
-#include "platform/linux/inotify/RootCoverage.h"
+#include "platform/linux/inotify/Paths.h"
 #include "platform/ports/FolderEventStream.h"
 
 #include <fcntl.h>
@@ -43,20 +43,19 @@ std::string unescaped(const std::string& text) {
 
 } // namespace
 
-MountWatch::MountWatch(bool (*isIndexedName)(std::string_view))
-    : isIndexedName_(isIndexedName), mounts_(open(mountTable, O_RDONLY | O_CLOEXEC)) {}
+MountWatch::MountWatch(const FolderRules& rules)
+    : rules_(rules), mounts_(open(mountTable, O_RDONLY | O_CLOEXEC)) {}
 
 std::vector<std::uint32_t> MountWatch::changes(const std::set<std::string>& roots) {
     std::vector<std::uint32_t> flags;
     std::multiset<std::string> now = relevantMounts(roots);
     // Where the roots lie elsewhere, other mounts matter; that they moved is told by whoever noticed it.
-    if (asked_ && roots == knownRoots_) {
-        if (!std::ranges::includes(known_, now))
+    if (known_ && roots == knownRoots_) {
+        if (!std::ranges::includes(*known_, now))
             flags.push_back(FolderEventFlag::isFolder | FolderEventFlag::created);
-        if (!std::ranges::includes(now, known_))
+        if (!std::ranges::includes(now, *known_))
             flags.push_back(FolderEventFlag::isFolder | FolderEventFlag::removed);
     }
-    asked_ = true;
     knownRoots_ = roots;
     known_ = std::move(now);
     return flags;
@@ -77,7 +76,7 @@ std::multiset<std::string> MountWatch::relevantMounts(const std::set<std::string
 
 bool MountWatch::concerns(const std::string& mountPoint, const std::set<std::string>& roots) const {
     return std::ranges::any_of(roots, [this, &mountPoint](const std::string& root) {
-        return isSameOrBelow(root, mountPoint) || leadsTo(root, mountPoint, isIndexedName_);
+        return isSameOrBelow(root, mountPoint) || leadsTo(root, mountPoint, rules_);
     });
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/ports/FileDescriptor.h"
+#include "platform/ports/FolderRules.h"
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -12,8 +14,7 @@ namespace brimwick {
 /// Notices file systems that are mounted or unmounted at, above or below a root. One thread.
 class MountWatch {
   public:
-    /// `isIndexedName` tells whether the index takes up a subfolder of this name.
-    explicit MountWatch(bool (*isIndexedName)(std::string_view));
+    explicit MountWatch(const FolderRules& rules);
 
     /// To be polled for POLLPRI; -1 when the mounts cannot be read.
     int descriptor() const { return mounts_.get(); }
@@ -24,11 +25,11 @@ class MountWatch {
     std::multiset<std::string> relevantMounts(const std::set<std::string>& roots) const;
     bool concerns(const std::string& mountPoint, const std::set<std::string>& roots) const;
 
-    bool (*isIndexedName_)(std::string_view);
+    FolderRules rules_;
     FileDescriptor mounts_;
-    bool asked_ = false;
     std::set<std::string> knownRoots_;
-    std::multiset<std::string> known_;
+    /// Nothing before it was asked for the first time.
+    std::optional<std::multiset<std::string>> known_;
 };
 
 } // namespace brimwick

@@ -1,22 +1,10 @@
 #include "platform/linux/inotify/RootCoverage.h"
 
+#include "platform/linux/inotify/Paths.h"
+
 #include <algorithm>
-#include <sstream>
 
 namespace brimwick {
-
-bool isSameOrBelow(const std::string& path, const std::string& folder) {
-    if (!path.starts_with(folder)) return false;
-    return path.size() == folder.size() || folder.ends_with('/') || path[folder.size()] == '/';
-}
-
-bool leadsTo(const std::string& folder, const std::string& path, bool (*isIndexedName)(std::string_view)) {
-    if (!isSameOrBelow(path, folder)) return false;
-    std::istringstream below(path.substr(folder.size()));
-    for (std::string name; std::getline(below, name, '/');)
-        if (!name.empty() && !isIndexedName(name)) return false;
-    return true;
-}
 
 bool RootCoverage::covers(const FolderPath& folder) {
     if (folder.isRoot()) {
@@ -24,7 +12,7 @@ bool RootCoverage::covers(const FolderPath& folder) {
         rootsLieBelow_ = false;
         for (std::size_t i = 0; i < roots_.size(); ++i) {
             if (isSameOrBelow(folder.text(), roots_[i])) coveredDepth_ = 0;
-            if (!leadsTo(folder.text(), roots_[i], isIndexedName_)) continue;
+            if (!leadsTo(folder.text(), roots_[i], rules_)) continue;
             met_[i] = true;
             rootsLieBelow_ = true;
         }

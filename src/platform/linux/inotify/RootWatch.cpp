@@ -1,22 +1,22 @@
 #include "platform/linux/inotify/RootWatch.h"
 
+#include "platform/linux/inotify/Paths.h"
 #include "platform/ports/FolderEventStream.h"
 
-#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
 #include <climits>
 #include <deque>
 #include <string_view>
+#include <utility>
 
 namespace brimwick {
 namespace {
 
-constexpr std::uint32_t namesComeAndGo =
-    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ONLYDIR | IN_EXCL_UNLINK;
+constexpr std::uint32_t watchedFor = namesComeAndGo | IN_ONLYDIR | IN_EXCL_UNLINK;
 constexpr int mostLinks = 40;
 
 /// Puts the components of a path before what is to be followed yet.
@@ -33,11 +33,6 @@ void putFirst(std::deque<std::string>& components, std::string_view path) {
 
 std::string joined(const std::string& folder, const std::string& name) {
     return folder == "/" ? "/" + name : folder + "/" + name;
-}
-
-std::string parentOf(const std::string& folder) {
-    const std::size_t slash = folder.rfind('/');
-    return slash == 0 ? "/" : folder.substr(0, slash);
 }
 
 } // namespace
@@ -114,10 +109,10 @@ RootWatch::Identity RootWatch::follow(const std::string& root) {
 }
 
 void RootWatch::watchName(const std::string& folder, const std::string& name) {
-    const WatchNumber watch = inotify_.add(folder.c_str(), namesComeAndGo);
+    const WatchNumber watch = inotify_.add(folder.c_str(), watchedFor);
     if (watch >= 0)
         names_[watch].insert(name);
-    else if (errno == ENOSPC || errno == ENOMEM || inotify_.error() != 0)
+    else if (inotify_.lacksRoom())
         complete_ = false;
 }
 

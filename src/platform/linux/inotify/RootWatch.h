@@ -18,6 +18,8 @@ class RootWatch {
   public:
     RootWatch(std::vector<std::string> roots, Inotify inotify);
 
+    /// 0, or why no name can be watched (an errno value).
+    int error() const { return inotify_.error(); }
     /// Readable when something happened on the way to a root, or close to it.
     int descriptor() const { return inotify_.descriptor(); }
     /// Takes what happened; whether a root may be another one since.

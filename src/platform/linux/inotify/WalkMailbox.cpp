@@ -1,13 +1,8 @@
 #include "platform/linux/inotify/WalkMailbox.h"
 
-#include <sys/eventfd.h>
-
-#include <cstdint>
 #include <utility>
 
 namespace brimwick {
-
-WalkMailbox::WalkMailbox() : signal_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 void WalkMailbox::walkBegins() {
     const WalkStart start = WalkStart::now();
@@ -18,7 +13,7 @@ void WalkMailbox::walkBegins() {
         news_.running = true;
         news_.gaveUp = false;
     }
-    raiseSignal();
+    wakeUp_.wake();
 }
 
 void WalkMailbox::walkEnded(std::shared_ptr<const FolderList> found) {
@@ -32,7 +27,7 @@ void WalkMailbox::walkEnded(std::shared_ptr<const FolderList> found) {
             news_.gaveUp = true;
         }
     }
-    raiseSignal();
+    wakeUp_.wake();
 }
 
 void WalkMailbox::stop() {
@@ -40,23 +35,17 @@ void WalkMailbox::stop() {
         const std::lock_guard lock(mutex_);
         news_.stopped = true;
     }
-    raiseSignal();
+    wakeUp_.wake();
 }
 
 WalkMailbox::News WalkMailbox::take() {
     const std::lock_guard lock(mutex_);
-    std::uint64_t ignored = 0;
-    [[maybe_unused]] const ssize_t size = read(signal_.get(), &ignored, sizeof ignored);
+    wakeUp_.clear();
     News taken = std::move(news_);
     news_ = News{};
     news_.stopped = taken.stopped;
     news_.running = taken.running;
     return taken;
-}
-
-void WalkMailbox::raiseSignal() const {
-    const std::uint64_t one = 1;
-    [[maybe_unused]] const ssize_t ignored = write(signal_.get(), &one, sizeof one);
 }
 
 } // namespace brimwick

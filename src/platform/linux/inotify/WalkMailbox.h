@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/inotify/WalkStart.h"
-#include "platform/ports/FileDescriptor.h"
+#include "platform/linux/process/WakeUp.h"
 #include "platform/ports/FolderList.h"
 
 #include <memory>
@@ -26,20 +26,17 @@ class WalkMailbox {
         WalkStart foundFrom;
     };
 
-    WalkMailbox();
-
     void walkBegins();
     void walkEnded(std::shared_ptr<const FolderList> found);
     void stop();
 
+    /// For the watching thread.
     News take();
     /// Readable while there is news.
-    int descriptor() const { return signal_.get(); }
+    int descriptor() const { return wakeUp_.descriptor(); }
 
   private:
-    void raiseSignal() const;
-
-    FileDescriptor signal_;
+    WakeUp wakeUp_;
     std::mutex mutex_;
     News news_;
     WalkStart lastStart_;

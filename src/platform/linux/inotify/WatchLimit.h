@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <string>
 
 namespace brimwick {
 
@@ -21,9 +20,5 @@ class WatchLimit {
     std::size_t reserve_;
     std::size_t allowed_;
 };
-
-/// For the user, one sentence each.
-std::string watchLimitReached(std::size_t unwatched, std::size_t all);
-std::string watchingIsUnavailable(int error);
 
 } // namespace brimwick

@@ -1,38 +1,30 @@
 #include "platform/linux/inotify/WatchPass.h"
 
+#include "platform/linux/inotify/Paths.h"
 #include "platform/ports/FolderEventStream.h"
 
-#include <sys/inotify.h>
-
 #include <algorithm>
-#include <cerrno>
 
 namespace brimwick {
 namespace {
 
 // Added to what a watch of the same folder looks for already: a root may lie inside another.
-constexpr std::uint32_t subfoldersComeAndGo =
-    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ONLYDIR | IN_EXCL_UNLINK | IN_MASK_ADD;
+constexpr std::uint32_t subfoldersComeAndGo = namesComeAndGo | IN_ONLYDIR | IN_EXCL_UNLINK | IN_MASK_ADD;
 constexpr std::uint32_t ofSubfolder = subfoldersComeAndGo | IN_DONT_FOLLOW;
 constexpr std::uint32_t ofRoot = subfoldersComeAndGo | IN_DELETE_SELF | IN_MOVE_SELF;
-
-std::string parentOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
-}
 
 } // namespace
 
 WatchPass::WatchPass(const FolderList& list, const WalkStart& start, const std::vector<std::string>& roots,
-                     bool (*isIndexedName)(std::string_view), const Inotify& inotify,
-                     SubfolderComparison& comparison, WatchState& state, std::function<bool()> carryOn)
+                     const FolderRules& rules, const Inotify& inotify, SubfolderComparison& comparison,
+                     WatchState& state, std::function<bool()> carryOn)
     : list_(list), start_(start), inotify_(inotify), comparison_(comparison), state_(state),
       pace_([this, carryOn = std::move(carryOn)] {
           if (!carryOn()) return false;
           latestWatches_.clear();
           return true;
       }),
-      path_(list), coverage_(roots, isIndexedName) {
+      path_(list), coverage_(roots, rules) {
     state_.table.erase(std::exchange(state_.ended, {}));
     watchCount_ = state_.table.watchCount();
     seen_.resize(state_.table.entries().size());
@@ -63,7 +55,7 @@ void WatchPass::visit(FolderNumber folder) {
     }
     const auto status = comparison_.status(path_.text(), path_.isRoot());
     if (watching == Watching::NoRoom) unwatched_.push_back({folder, LateComparison::timeToRemember(status)});
-    if (status) verify(folder, status);
+    if (status) verify(folder, *status);
 }
 
 WatchPass::Watching WatchPass::watch(FolderNumber folder) {
@@ -74,9 +66,8 @@ WatchPass::Watching WatchPass::watch(FolderNumber folder) {
     if (place == nullptr) return Watching::Unreachable;
     const WatchNumber watch = inotify_.add(place, path_.isRoot() ? ofRoot : ofSubfolder);
     if (watch >= 0) return remember(watch, folder);
-    if (inotify_.error() != 0) return Watching::NoRoom;
-    if (errno != ENOSPC && errno != ENOMEM) return Watching::Unreachable;
-    state_.limit.wasReachedAt(watchCount_);
+    if (!inotify_.lacksRoom()) return Watching::Unreachable;
+    if (inotify_.error() == 0) state_.limit.wasReachedAt(watchCount_);
     return Watching::NoRoom;
 }
 
@@ -100,8 +91,8 @@ WatchPass::Watching WatchPass::remember(WatchNumber watch, FolderNumber folder) 
     return watching;
 }
 
-void WatchPass::verify(FolderNumber folder, const std::optional<struct stat>& status) {
-    const bool recent = mayHaveChanged(path_.text(), *status);
+void WatchPass::verify(FolderNumber folder, const struct stat& status) {
+    const bool recent = mayHaveChanged(path_.text(), status);
     recent_.back() = recent;
     if (path_.isRoot()) noteAppearedRoot(folder, recent);
     if (recent && !comparedDepth_) {

@@ -24,8 +24,8 @@ class WatchPass {
     /// All but `carryOn` must outlive the pass. `carryOn` is called every few milliseconds; false abandons
     /// the pass, and what it has done so far still counts for the next one.
     WatchPass(const FolderList& list, const WalkStart& start, const std::vector<std::string>& roots,
-              bool (*isIndexedName)(std::string_view), const Inotify& inotify,
-              SubfolderComparison& comparison, WatchState& state, std::function<bool()> carryOn);
+              const FolderRules& rules, const Inotify& inotify, SubfolderComparison& comparison,
+              WatchState& state, std::function<bool()> carryOn);
 
     /// False when it was abandoned.
     bool run();
@@ -40,7 +40,7 @@ class WatchPass {
     void visit(FolderNumber folder);
     Watching watch(FolderNumber folder);
     Watching remember(WatchNumber watch, FolderNumber folder);
-    void verify(FolderNumber folder, const std::optional<struct stat>& status);
+    void verify(FolderNumber folder, const struct stat& status);
     void noteAppearedRoot(FolderNumber folder, bool recent);
     void compare(FolderNumber folder);
     bool rootsParentMayHaveChanged();

@@ -1,22 +1,22 @@
 #pragma once
 
+#include "platform/ports/FileDescriptor.h"
+
 namespace brimwick {
 
-/// Ends another thread's sleep in poll(). An eventfd, owned.
+/// Ends another thread's sleep in poll(). Any thread.
 class WakeUp {
   public:
+    /// Throws std::system_error when the system gives no further descriptor: nothing could end a sleep then.
     WakeUp();
-    WakeUp(const WakeUp&) = delete;
-    WakeUp& operator=(const WakeUp&) = delete;
-    ~WakeUp();
 
-    /// Readable from the first wake() on, until it is read.
-    int descriptor() const { return descriptor_; }
-    /// From any thread.
+    /// Readable from a wake() on, until clear().
+    int descriptor() const { return descriptor_.get(); }
     void wake() const;
+    void clear() const;
 
   private:
-    int descriptor_;
+    FileDescriptor descriptor_;
 };
 
 } // namespace brimwick

@@ -2,13 +2,18 @@
 
 #include <cstdio>
 #include <exception>
+#include <system_error>
 
 namespace brimwick {
 
 std::unique_ptr<ClipboardKeeper> ClipboardKeeper::start(Snapshot snapshot) {
     auto connection = XcbConnection::connect();
     if (!connection) return nullptr;
-    return std::make_unique<ClipboardKeeper>(std::move(connection), std::move(snapshot));
+    try {
+        return std::make_unique<ClipboardKeeper>(std::move(connection), std::move(snapshot));
+    } catch (const std::system_error&) {
+        return nullptr;
+    }
 }
 
 ClipboardKeeper::ClipboardKeeper(std::unique_ptr<XcbConnection> connection, Snapshot snapshot)
@@ -45,7 +50,7 @@ tl::expected<std::string, CopyFailure> ClipboardKeeper::readCopied(ClipboardLoop
 
 void ClipboardKeeper::run(std::unique_ptr<XcbConnection> connection) {
     try {
-        ClipboardLoop loop(std::move(connection), wakeUp_.descriptor());
+        ClipboardLoop loop(std::move(connection), wakeUp_);
         serve(loop);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "brimwick: the clipboard cannot be served: %s\n", error.what());

@@ -9,10 +9,10 @@
 
 namespace brimwick {
 
-ClipboardLoop::ClipboardLoop(std::unique_ptr<XcbConnection> connection, int wakeDescriptor)
+ClipboardLoop::ClipboardLoop(std::unique_ptr<XcbConnection> connection, const WakeUp& wakeUp)
     : connection_(std::move(connection)),
       pump_(
-          *connection_, [this](const xcb_generic_event_t& event) { handle(event); }, wakeDescriptor),
+          *connection_, [this](const xcb_generic_event_t& event) { handle(event); }, &wakeUp),
       reader_(*connection_, pump_), server_(*connection_, pump_.window()), ping_(*connection_) {
     xcb_connection_t* raw = connection_->get();
     const xcb_query_extension_reply_t* fixes = xcb_get_extension_data(raw, &xcb_xfixes_id);

@@ -37,8 +37,8 @@ class ClipboardLoop {
     /// life.
     static constexpr std::chrono::milliseconds wakingTime{300};
 
-    /// The descriptor is an eventfd that ends a sleep in `serveUntil`.
-    ClipboardLoop(std::unique_ptr<XcbConnection> connection, int wakeDescriptor);
+    /// The wake-up ends a sleep in `serveUntil`; it must outlive the loop.
+    ClipboardLoop(std::unique_ptr<XcbConnection> connection, const WakeUp& wakeUp);
 
     /// Serves whoever asks. False when the connection broke before the condition held.
     bool serveUntil(const std::function<bool()>& condition);

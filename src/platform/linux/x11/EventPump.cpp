@@ -3,7 +3,6 @@
 #include "platform/linux/x11/XcbEvents.h"
 
 #include <poll.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -13,8 +12,8 @@ namespace brimwick {
 
 using std::chrono::milliseconds;
 
-EventPump::EventPump(XcbConnection& connection, Handler handler, int wakeDescriptor)
-    : connection_(connection), handler_(std::move(handler)), wakeDescriptor_(wakeDescriptor),
+EventPump::EventPump(XcbConnection& connection, Handler handler, const WakeUp* wakeUp)
+    : connection_(connection), handler_(std::move(handler)), wakeUp_(wakeUp),
       window_(xcb_generate_id(connection.get())), timeProperty_(connection.atom("BRIMWICK_TIME")) {
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window_, connection_.root(), -10, -10, 1, 1, 0,
@@ -47,14 +46,11 @@ bool EventPump::drain() {
 }
 
 void EventPump::sleepUntil(Deadline deadline) const {
-    std::array<pollfd, 2> descriptors{
-        {{xcb_get_file_descriptor(connection_.get()), POLLIN, 0}, {wakeDescriptor_, POLLIN, 0}}};
+    std::array<pollfd, 2> descriptors{{{xcb_get_file_descriptor(connection_.get()), POLLIN, 0},
+                                       {wakeUp_ != nullptr ? wakeUp_->descriptor() : -1, POLLIN, 0}}};
     const auto left = std::chrono::ceil<milliseconds>(deadline - std::chrono::steady_clock::now()).count();
     poll(descriptors.data(), descriptors.size(), static_cast<int>(std::clamp<long>(left, 0, INT_MAX)));
-    if ((descriptors[1].revents & POLLIN) != 0) {
-        std::uint64_t wakes = 0;
-        [[maybe_unused]] const auto taken = read(wakeDescriptor_, &wakes, sizeof wakes);
-    }
+    if (wakeUp_ != nullptr) wakeUp_->clear();
 }
 
 xcb_timestamp_t EventPump::serverTime() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/process/WakeUp.h"
 #include "platform/linux/x11/XcbConnection.h"
 
 #include <chrono>
@@ -20,11 +21,9 @@ class EventPump {
   public:
     using Handler = std::function<void(const xcb_generic_event_t&)>;
 
-    static constexpr int noDescriptor = -1;
-
-    /// The connection and the descriptor must outlive the pump. The descriptor is an eventfd: what is written
-    /// to it ends a sleep, so that the condition is looked at again.
-    EventPump(XcbConnection& connection, Handler handler, int wakeDescriptor = noDescriptor);
+    /// The connection and the wake-up must outlive the pump. The wake-up, if there is one, ends a sleep, so
+    /// that the condition is looked at again.
+    EventPump(XcbConnection& connection, Handler handler, const WakeUp* wakeUp = nullptr);
 
     /// False when the time is up, or the connection broke, before the condition held.
     bool until(const std::function<bool()>& condition, Deadline deadline);
@@ -40,7 +39,7 @@ class EventPump {
 
     XcbConnection& connection_;
     Handler handler_;
-    int wakeDescriptor_;
+    const WakeUp* wakeUp_;
     xcb_window_t window_ = XCB_NONE;
     xcb_atom_t timeProperty_ = XCB_ATOM_NONE;
     xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
