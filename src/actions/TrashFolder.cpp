@@ -9,7 +9,6 @@
 #include <sys/stat.h>
 
 #include <array>
-#include <cctype>
 #include <cstdlib>
 #include <ctime>
 

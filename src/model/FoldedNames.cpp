@@ -5,12 +5,10 @@
 #include "model/Parallel.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brimwick {
 namespace {
-
-constexpr unsigned mostThreads = 4;
-constexpr std::size_t fewNames = 10000;
 
 std::string foldedInOrder(const FolderTree& folders, const FolderNumber* first, const FolderNumber* end) {
     std::string names;
@@ -23,13 +21,14 @@ std::string foldedInOrder(const FolderTree& folders, const FolderNumber* first, 
 
 } // namespace
 
-FoldedNames::FoldedNames(const FolderTree& folders, const std::vector<FolderNumber>& order) {
-    const unsigned threads = order.size() < fewNames ? 1 : threadsFor(mostThreads);
+FoldedNames::FoldedNames(const FolderTree& folders, std::vector<FolderNumber> order)
+    : order_(std::move(order)) {
+    const unsigned threads = threadsForNames(order_.size());
     std::vector<std::string> parts(threads);
     inParallel(threads, [&](unsigned number) {
-        const FolderNumber* const first = order.data();
-        parts[number] = foldedInOrder(folders, first + order.size() * number / threads,
-                                      first + order.size() * (number + 1) / threads);
+        const FolderNumber* const first = order_.data();
+        parts[number] = foldedInOrder(folders, first + order_.size() * number / threads,
+                                      first + order_.size() * (number + 1) / threads);
     });
     for (const std::string& part : parts) size_ += part.size();
     names_.reserve(size_ + scanPaddingBytes);
@@ -55,8 +54,7 @@ void FoldedNames::countNamesByBlock() {
     }
 }
 
-void FoldedNames::find(std::string_view folded, const std::vector<FolderNumber>& order,
-                       std::vector<FolderNumber>& found) const {
+void FoldedNames::find(std::string_view folded, std::vector<FolderNumber>& found) const {
     if (folded.empty() || folded.find('\0') != std::string_view::npos) return;
 
     std::array<std::size_t, mostProbedBytes> places{};
@@ -69,16 +67,12 @@ void FoldedNames::find(std::string_view folded, const std::vector<FolderNumber>&
     std::partial_sort(places.begin(), places.begin() + std::min<std::size_t>(probed, 2),
                       places.begin() + static_cast<std::ptrdiff_t>(probed), rarer);
 
-    const ScannedNames names{names_.data(), size_, namesBeforeBlock_.data(), order.data()};
+    const ScannedNames names{names_.data(), size_, namesBeforeBlock_.data(), order_.data()};
     const ScanText text{folded, places[0], probed > 1 ? places[1] : places[0]};
     ScanPosition position;
     std::array<FolderNumber, 4096> some;
     while (const std::size_t count = scanNames(names, text, position, some.data(), some.size()))
         found.insert(found.end(), some.begin(), some.begin() + static_cast<std::ptrdiff_t>(count));
-}
-
-std::size_t FoldedNames::overheadBytes() const {
-    return names_.capacity() - size_ + namesBeforeBlock_.capacity() * sizeof(std::uint32_t);
 }
 
 } // namespace brimwick

@@ -14,22 +14,19 @@ namespace brimwick {
 /// text in one pass. Never changes.
 class FoldedNames {
   public:
-    FoldedNames() = default;
     /// The names of these folders, in this order. Throws std::bad_alloc.
-    FoldedNames(const FolderTree& folders, const std::vector<FolderNumber>& order);
+    FoldedNames(const FolderTree& folders, std::vector<FolderNumber> order);
 
-    /// Appends the folders whose folded names contain the folded text, in the order given at the start;
-    /// `order` is that order. Nothing for an empty text.
-    void find(std::string_view folded, const std::vector<FolderNumber>& order,
-              std::vector<FolderNumber>& found) const;
+    /// Appends the folders whose folded names contain the folded text, in that order. Nothing for an empty
+    /// text.
+    void find(std::string_view folded, std::vector<FolderNumber>& found) const;
     /// Each name closed by a NUL.
     std::string_view bytes() const { return std::string_view(names_).substr(0, size_); }
-    /// What finding needs beside the names, in bytes.
-    std::size_t overheadBytes() const;
 
   private:
     void countNamesByBlock();
 
+    std::vector<FolderNumber> order_;
     std::string names_;
     /// Without the padding that the scan needs.
     std::size_t size_ = 0;

@@ -6,7 +6,7 @@
 namespace brimwick {
 
 FolderIndex::FolderIndex(FolderTree folders)
-    : folders_(std::move(folders)), byName_(foldersByName(folders_)), foldedNames_(folders_, byName_) {
+    : folders_(std::move(folders)), foldedNames_(folders_, foldersByName(folders_)) {
     folders_.shrink();
 }
 
@@ -18,12 +18,7 @@ std::vector<FolderNumber> FolderIndex::search(std::string_view text) const {
 
 void FolderIndex::search(std::string_view text, std::vector<FolderNumber>& found) const {
     found.clear();
-    foldedNames_.find(foldedName(text), byName_, found);
-}
-
-std::size_t FolderIndex::overheadBytes() const {
-    return folders_.overheadBytes() + byName_.capacity() * sizeof(FolderNumber) +
-           foldedNames_.overheadBytes();
+    foldedNames_.find(foldedName(text), found);
 }
 
 } // namespace brimwick

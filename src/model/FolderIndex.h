@@ -35,13 +35,10 @@ class FolderIndex : public FolderList {
 
     /// What the searches go through: every folded name, closed by a NUL.
     std::string_view searchedBytes() const { return foldedNames_.bytes(); }
-    /// What the index takes beside the names themselves and the folded names, in bytes.
-    std::size_t overheadBytes() const;
 
   private:
     FolderTree folders_;
-    /// The folders that have a name.
-    std::vector<FolderNumber> byName_;
+    /// Those that have a name, in its order.
     FoldedNames foldedNames_;
 };
 

@@ -61,13 +61,6 @@ void FolderTree::reserve(std::size_t folders, std::size_t nameBytes) {
     parents_.reserve(folders);
 }
 
-std::size_t FolderTree::overheadBytes() const {
-    std::size_t bytes = names_.capacity() - names_.size() + nameEnds_.capacity() * sizeof nameEnds_[0] +
-                        parents_.capacity() * sizeof parents_[0] + roots_.capacity() * sizeof(Root);
-    for (const Root& root : roots_) bytes += root.path.capacity();
-    return bytes;
-}
-
 void FolderTree::shrink() {
     names_.shrink_to_fit();
     nameEnds_.shrink_to_fit();

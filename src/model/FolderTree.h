@@ -15,7 +15,8 @@ namespace brimwick {
 /// one thread at a time. A name or path lies in it once, so that millions of folders fit.
 class FolderTree {
   public:
-    /// A folder with a path of its own. The display name is empty for one that was not found on disk.
+    /// A folder with a path of its own. The display name is empty for one that was not found on disk. Throws
+    /// std::length_error when the tree is full.
     FolderNumber addRoot(std::string path, std::string_view displayName);
     /// A folder inside one that was added before. Throws std::length_error when the tree is full.
     FolderNumber addSubfolder(FolderNumber parent, std::string_view name);
@@ -29,8 +30,6 @@ class FolderTree {
     /// Nothing for a root.
     std::optional<FolderNumber> parent(FolderNumber folder) const;
     std::string path(FolderNumber folder) const;
-    /// What the tree takes beside the names themselves, in bytes.
-    std::size_t overheadBytes() const;
     /// Gives back the memory that was kept for further folders.
     void shrink();
 

@@ -6,17 +6,11 @@
 
 #include <fcntl.h>
 
-#include <algorithm>
-#include <exception>
 #include <list>
 #include <mutex>
-#include <thread>
 
 namespace brimwick {
 namespace {
-
-/// The disk answers few at a time: more threads would only take the processors away from others.
-constexpr unsigned mostThreads = 4;
 
 /// The threads of one walk: each takes subtrees until none are left.
 class Crew {
@@ -26,12 +20,7 @@ class Crew {
 
     /// False when told to stop. Throws what a thread of the crew threw.
     bool walk(unsigned threads) {
-        {
-            std::vector<std::jthread> helpers;
-            while (helpers.size() + 1 < threads) helpers.emplace_back([this] { takePart(); });
-            takePart();
-        }
-        if (failure_) std::rethrow_exception(failure_);
+        inParallel(threads, [this](unsigned /*number*/) { takePart(); });
         return !stop_.stop_requested();
     }
     SubtreeExchange& exchange() { return exchange_; }
@@ -45,7 +34,7 @@ class Crew {
     }
 
   private:
-    void takePart() noexcept {
+    void takePart() {
         try {
             SubtreeWalker walker(newFindings(), exchange_, observer_, stop_);
             while (Subtrees* const subtrees = exchange_.take()) {
@@ -53,9 +42,8 @@ class Crew {
                 exchange_.finish();
             }
         } catch (...) {
-            const std::lock_guard lock(mutex_);
-            failure_ = std::current_exception();
             exchange_.close();
+            throw;
         }
     }
     FolderFindings& newFindings() {
@@ -68,14 +56,9 @@ class Crew {
     SubtreeExchange exchange_;
     std::mutex mutex_;
     std::list<FolderFindings> findings_;
-    std::exception_ptr failure_;
 };
 
 } // namespace
-
-unsigned FolderWalk::usualThreads() {
-    return std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
-}
 
 FolderWalk::FolderWalk(FolderTree& folders, FolderNameObserver observer, std::stop_token stop,
                        unsigned threads)

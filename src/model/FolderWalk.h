@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/FolderTree.h"
+#include "model/Parallel.h"
 #include "model/SubtreeWalker.h"
 
 #include <stop_token>
@@ -13,9 +14,6 @@ namespace brimwick {
 /// is. Used by one thread, which others help.
 class FolderWalk {
   public:
-    /// As many threads as are worth it on this machine.
-    static unsigned usualThreads();
-
     /// The tree must outlive the walk.
     FolderWalk(FolderTree& folders, FolderNameObserver observer, std::stop_token stop = {},
                unsigned threads = usualThreads());

@@ -3,6 +3,8 @@
 #include <linux/magic.h>
 #include <sys/vfs.h>
 
+#include <algorithm>
+
 namespace brimwick {
 namespace {
 
@@ -23,14 +25,13 @@ bool keepsLinkCounts(long fileSystem) {
 
 } // namespace
 
-std::optional<bool> LinkCounts::areKeptOn(dev_t device) {
-    if (last_ < devices_.size() && devices_[last_].number == device) return devices_[last_].keepsLinkCounts;
-    for (last_ = 0; last_ < devices_.size(); ++last_)
-        if (devices_[last_].number == device) return devices_[last_].keepsLinkCounts;
-    return std::nullopt;
+std::optional<bool> LinkCounts::areKeptOn(dev_t device) const {
+    const auto known = std::ranges::find(devices_, device, &Device::number);
+    return known == devices_.end() ? std::nullopt : std::optional(known->keepsLinkCounts);
 }
 
-bool LinkCounts::lookAt(int directory, dev_t device) {
+bool LinkCounts::areKeptOn(int directory, dev_t device) {
+    if (const auto known = areKeptOn(device)) return *known;
     struct statfs fileSystem {};
     const bool kept = fstatfs(directory, &fileSystem) == 0 && keepsLinkCounts(fileSystem.f_type);
     devices_.push_back({device, kept});

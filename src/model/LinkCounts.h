@@ -11,10 +11,10 @@ namespace brimwick {
 /// more; the others have every folder listed. One thread.
 class LinkCounts {
   public:
-    /// Nothing while no folder of the device was looked at.
-    std::optional<bool> areKeptOn(dev_t device);
-    /// Looks at the file system of a folder that is open and lies on the device.
-    bool lookAt(int directory, dev_t device);
+    /// Looks at the file system of an open folder that lies on the device, the first time.
+    bool areKeptOn(int directory, dev_t device);
+    /// The same without a folder; nothing while none of the device was looked at.
+    std::optional<bool> areKeptOn(dev_t device) const;
 
   private:
     struct Device {
@@ -22,7 +22,6 @@ class LinkCounts {
         bool keepsLinkCounts;
     };
     std::vector<Device> devices_;
-    std::size_t last_ = 0;
 };
 
 /// How many subfolders a folder with this link count can have at most, where link counts are kept; nothing

@@ -9,8 +9,6 @@
 namespace brimwick {
 namespace {
 
-constexpr unsigned mostThreads = 4;
-constexpr std::size_t fewNames = 10000;
 /// Longer than file names are. What is equal up to here is compared whole.
 constexpr std::size_t mostBytesByPieces = 1024;
 
@@ -72,7 +70,7 @@ std::size_t splitInTwo(std::span<Named> names) {
 }
 
 void sortByName(const FolderTree& folders, std::span<Named> names, unsigned threads) {
-    if (threads < 2 || names.size() < fewNames) return sortFrom(folders, names, 0);
+    if (threads < 2 || threadsForNames(names.size()) < 2) return sortFrom(folders, names, 0);
     const std::size_t half = splitInTwo(names);
     inParallel(2, [&](unsigned number) {
         sortByName(folders, number == 0 ? names.first(half) : names.subspan(half), threads / 2);
@@ -87,7 +85,7 @@ std::vector<FolderNumber> foldersByName(const FolderTree& folders) {
     for (FolderNumber folder = 0; folder < folders.size(); ++folder)
         if (const std::string_view name = folders.displayName(folder); !name.empty())
             names.push_back({pieceOf(name, 0), folder});
-    sortByName(folders, names, threadsFor(mostThreads));
+    sortByName(folders, names, usualThreads());
 
     std::vector<FolderNumber> order;
     order.reserve(names.size());

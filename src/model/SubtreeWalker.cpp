@@ -51,10 +51,8 @@ void SubtreeWalker::start(Subtrees& subtrees) {
     base.toWalk = subtrees.folders;
     base.following = subtrees.following;
     struct stat status {};
-    if (fstat(subtrees.parent.get(), &status) == 0) {
-        const std::optional<bool> kept = linkCounts_.areKeptOn(status.st_dev);
-        base.keepsLinkCounts = kept ? *kept : linkCounts_.lookAt(subtrees.parent.get(), status.st_dev);
-    }
+    if (fstat(subtrees.parent.get(), &status) == 0)
+        base.keepsLinkCounts = linkCounts_.areKeptOn(subtrees.parent.get(), status.st_dev);
     base.directory = std::move(subtrees.parent);
     levels_.clear();
     levels_.push_back(std::move(base));
@@ -88,8 +86,7 @@ void SubtreeWalker::listSubfolder(std::uint32_t folder, std::optional<nlink_t> l
     level.keepsLinkCounts = linkCount.has_value();
     struct stat status {};
     if (!linkCount && fstat(level.directory.get(), &status) == 0) {
-        const std::optional<bool> kept = linkCounts_.areKeptOn(status.st_dev);
-        level.keepsLinkCounts = kept ? *kept : linkCounts_.lookAt(level.directory.get(), status.st_dev);
+        level.keepsLinkCounts = linkCounts_.areKeptOn(level.directory.get(), status.st_dev);
         if (level.keepsLinkCounts) linkCount = status.st_nlink;
     }
     const std::size_t most = linkCount ? subfoldersByLinkCount(*linkCount).value_or(anyNumber) : anyNumber;

@@ -23,15 +23,6 @@ tl::unexpected<std::string> systemError() {
     return tl::unexpected(std::generic_category().message(errno));
 }
 
-bool writeAll(int descriptor, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = write(descriptor, content.data(), content.size());
-        if (written < 0 && errno != EINTR) return false;
-        if (written > 0) content.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 /// A new file beside its destination, removed again unless it is put in place.
 class StagedFile {
   public:
@@ -88,6 +79,15 @@ tl::expected<std::string, std::string> readWholeFile(const std::string& path, st
         if (count > 0) content.append(block.data(), static_cast<std::size_t>(count));
     }
     return tl::unexpected<std::string>("too large");
+}
+
+bool writeAll(int descriptor, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = write(descriptor, content.data(), content.size());
+        if (written < 0 && errno != EINTR) return false;
+        if (written > 0) content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
 }
 
 tl::expected<void, std::string> writeWholeFile(const std::string& path, std::string_view content) {

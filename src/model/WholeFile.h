@@ -12,6 +12,10 @@ namespace brimwick {
 /// at the path. The error is the reason.
 tl::expected<std::string, std::string> readWholeFile(const std::string& path, std::size_t maximumSize);
 
+/// Writes everything to an open descriptor, however many calls that takes; false, with errno set, when it
+/// cannot.
+bool writeAll(int descriptor, std::string_view content);
+
 /// Replaces the file, or the one that a symbolic link there leads to, in one step that survives a crash: the
 /// old content or the new lies there, never a part. Keeps the permissions of the old file; a new one is its
 /// owner's alone. The error is the reason, and then nothing has changed.

@@ -33,8 +33,7 @@ std::vector<std::string> paths(const FolderTree& folders) {
 
 void ignoreName(std::string_view) {}
 
-std::vector<std::string> walk(const std::vector<std::string>& roots,
-                              unsigned threads = FolderWalk::usualThreads(),
+std::vector<std::string> walk(const std::vector<std::string>& roots, unsigned threads = usualThreads(),
                               const FolderNameObserver& observer = ignoreName) {
     FolderTree folders;
     FolderWalk walk(folders, observer, {}, threads);

@@ -25,7 +25,7 @@ TEST(LinkCounts, ADeviceIsUnknownUntilAFolderOnItWasLookedAt) {
     ASSERT_EQ(fstat(directory.get(), &status), 0);
     LinkCounts linkCounts;
     EXPECT_FALSE(linkCounts.areKeptOn(status.st_dev));
-    const bool kept = linkCounts.lookAt(directory.get(), status.st_dev);
+    const bool kept = linkCounts.areKeptOn(directory.get(), status.st_dev);
     EXPECT_EQ(linkCounts.areKeptOn(status.st_dev), kept);
     EXPECT_FALSE(linkCounts.areKeptOn(status.st_dev + 1));
 }
@@ -33,7 +33,7 @@ TEST(LinkCounts, ADeviceIsUnknownUntilAFolderOnItWasLookedAt) {
 TEST(LinkCounts, AFileSystemWithoutThemKeepsNone) {
     const FileDescriptor directory(open("/proc", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     LinkCounts linkCounts;
-    EXPECT_FALSE(linkCounts.lookAt(directory.get(), 1));
+    EXPECT_FALSE(linkCounts.areKeptOn(directory.get(), 1));
 }
 
 } // namespace brimwick
