@@ -7,8 +7,8 @@
 
 namespace brimwick {
 
-BWModel::BWModel(const Ports& ports, UserNotifications& view, Resources resources, std::string homeDirectory,
-                 std::function<std::uint32_t()> random)
+BWModel::BWModel(const Ports& ports, UserNotifications& notifications, Resources resources,
+                 std::string homeDirectory, std::function<std::uint32_t()> random)
     : homeDirectory_(std::move(homeDirectory)), appSupportRootPath_(supportFolder(homeDirectory_)),
       downloadPath_(homeDirectory_ + "/Downloads"),
       preferences_(appSupportRootPath_, std::move(resources), folderIndexer_.indexedFolders()),
@@ -17,7 +17,7 @@ BWModel::BWModel(const Ports& ports, UserNotifications& view, Resources resource
       sounds_(ports.sounds, std::move(random)), hotKeyCenter_(ports.hotKeys),
       hotKeys_(hotKeyCenter_, preferences_) {
     if (!makeBrimwickFolder())
-        view.sendUserNotification(
+        notifications.sendUserNotification(
             "ERROR: Could not create Brimwick folder in you Application Support folder.");
     preferences_.loadPreferences();
     applyPreferencesAndUnregisterOldHotKeysAndRebuildIndex(false, false);

@@ -24,8 +24,8 @@ class BWModel {
   public:
     /// Makes the support folder below the home, loads the preferences, registers the hot keys, fills the list
     /// of indexed folders and plays the launch sound. `random` yields a fresh number at every call.
-    BWModel(const Ports& ports, UserNotifications& view, Resources resources, std::string homeDirectory,
-            std::function<std::uint32_t()> random);
+    BWModel(const Ports& ports, UserNotifications& notifications, Resources resources,
+            std::string homeDirectory, std::function<std::uint32_t()> random);
 
     /// The home folder of the real user, whatever HOME says.
     static std::string realHomeDirectory();

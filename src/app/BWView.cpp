@@ -51,7 +51,7 @@ void BWView::initializeNotificationCenter() {
 void BWView::enableActions() {
     actionsEnabled_ = true;
     statusMenu_.enableActions();
-    requests_.firstIndexIsDone();
+    requests_.noteFirstIndex();
 }
 
 // The panel and the animation have no face yet; the picker says itself that it waits for the index.

@@ -48,7 +48,7 @@ void RequestDispatcher::afterFirstIndex(std::function<void()> task) {
         waiting_.push_back(std::move(task));
 }
 
-void RequestDispatcher::firstIndexIsDone() {
+void RequestDispatcher::noteFirstIndex() {
     firstIndexIsDone_ = true;
     for (const auto& task : std::exchange(waiting_, {})) task();
 }

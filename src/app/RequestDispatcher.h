@@ -19,7 +19,7 @@ class RequestDispatcher {
     ~RequestDispatcher();
 
     /// To be called when the first index was published, or given up: until then searches wait.
-    void firstIndexIsDone();
+    void noteFirstIndex();
 
   private:
     void handle(const InstanceRequest& request, InstanceService::Answer answer);

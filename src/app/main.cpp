@@ -3,6 +3,7 @@
 #include "app/QtMainLoop.h"
 #include "app/commands/CommandLine.h"
 #include "model/RealHomeDirectory.h"
+#include "model/WholeFile.h"
 #include "platform/linux/DisplayAccess.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/dbus/DBusRunningInstance.h"
@@ -32,23 +33,6 @@ std::string resourceDirectory() {
     return std::filesystem::is_directory(beside, failure) ? beside.string() : BRIMWICK_RESOURCES_INSTALLED;
 }
 
-/// Writes to stdout, and remembers why it could not.
-class StandardOutput {
-  public:
-    bool write(std::string_view bytes) {
-        while (!bytes.empty() && error_ == 0) {
-            const ssize_t written = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
-            if (written < 0 && errno != EINTR) error_ = errno;
-            if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
-        }
-        return error_ == 0;
-    }
-    int error() const { return error_; }
-
-  private:
-    int error_ = 0;
-};
-
 void complain(const std::string& line) {
     std::fprintf(stderr, "%s\n", line.c_str());
 }
@@ -56,19 +40,22 @@ void complain(const std::string& line) {
 int runCommand(const CommandArguments& arguments, int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     DBusRunningInstance running;
-    StandardOutput output;
-    const int result =
-        runCommandLine(arguments, {
-                                      .running = running,
-                                      .output = [&output](auto bytes) { return output.write(bytes); },
-                                      .complain = complain,
-                                      .outputIsTerminal = isatty(STDOUT_FILENO) == 1,
-                                      .homeDirectory = realHomeDirectory,
-                                      .resourceDirectory = resourceDirectory(),
-                                      .version = BRIMWICK_VERSION,
-                                  });
-    if (output.error() == 0) return result;
-    complain(std::string("brimwick: the output cannot be written: ") + std::strerror(output.error()));
+    int outputError = 0;
+    const auto output = [&outputError](std::string_view bytes) {
+        if (outputError == 0 && !writeAll(STDOUT_FILENO, bytes)) outputError = errno;
+        return outputError == 0;
+    };
+    const int result = runCommandLine(arguments, {
+                                                     .running = running,
+                                                     .output = output,
+                                                     .complain = complain,
+                                                     .outputIsTerminal = isatty(STDOUT_FILENO) == 1,
+                                                     .homeDirectory = realHomeDirectory,
+                                                     .resourceDirectory = resourceDirectory(),
+                                                     .version = BRIMWICK_VERSION,
+                                                 });
+    if (outputError == 0) return result;
+    complain(std::string("brimwick: the output cannot be written: ") + std::strerror(outputError));
     return ExitCode::failed;
 }
 
@@ -80,13 +67,13 @@ int runProgram(int argc, char** argv) {
     BWApplication application(argc, argv);
     SingleInstance instance;
     if (instance.anotherIsRunning()) {
-        std::fputs("brimwick: already running\n", stderr);
-        return 0;
+        complain("brimwick: already running");
+        return ExitCode::done;
     }
     QtMainLoop mainLoop;
     LinuxPlatform platform(mainLoop, instance);
     const Capability hotKeys = platform.ports().hotKeys.capability();
-    if (!hotKeys.available) std::fprintf(stderr, "brimwick: %s\n", hotKeys.reason.c_str());
+    if (!hotKeys.available) complain("brimwick: " + hotKeys.reason);
 
     Brimwick brimwick(platform.ports(), BWApplication::realHomeDirectory(), Resources(resourceDirectory()));
     platform.setNotificationFallback([&brimwick](const DesktopNotification& notification) {
@@ -108,7 +95,7 @@ int main(int argc, char** argv) {
         const CommandArguments arguments(argv + std::min(argc, 1), argv + argc);
         return startsTheProgram(arguments) ? runProgram(argc, argv) : runCommand(arguments, argc, argv);
     } catch (const std::exception& failure) {
-        std::fprintf(stderr, "brimwick: %s\n", failure.what());
-        return 1;
+        complain(std::string("brimwick: ") + failure.what());
+        return ExitCode::failed;
     }
 }

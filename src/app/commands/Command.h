@@ -37,6 +37,9 @@ struct Command {
     int (*run)(const CommandArguments& arguments, const CommandSurroundings& surroundings);
 };
 
+/// How the command is called.
+std::string synopsis(const Command& command);
+
 /// Says what is wrong and how the verb is used; yields the exit code.
 int misused(const Command& command, const std::string& problem, const CommandSurroundings& surroundings);
 

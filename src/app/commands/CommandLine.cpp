@@ -15,10 +15,6 @@ constexpr std::array commands = {searchCommand};
 constexpr std::array<std::string_view, 5> toolkitOptions = {"-session", "-platform", "-style", "-stylesheet",
                                                             "-display"};
 
-std::string synopsis(const Command& command) {
-    return "brimwick " + std::string(command.verb) + " " + std::string(command.usage);
-}
-
 std::string help() {
     std::string text = "Usage: brimwick                start Brimwick; its icon is in the tray\n";
     for (const Command& command : commands)
@@ -27,8 +23,12 @@ std::string help() {
         "       brimwick --help | --version\n"
         "\n"
         "Ends with 0 when it was done, 1 when not (the reason is on stderr; nothing found is one), 2 when\n"
-        "the arguments are wrong, 3 when Brimwick would have to run and does not.\n";
+        "the arguments are wrong.\n";
     return text;
+}
+
+int print(const std::string& text, const CommandSurroundings& surroundings) {
+    return surroundings.output(text) ? ExitCode::done : ExitCode::failed;
 }
 
 } // namespace
@@ -39,19 +39,10 @@ bool startsTheProgram(const CommandArguments& arguments) {
     return next >= arguments.size();
 }
 
-int misused(const Command& command, const std::string& problem, const CommandSurroundings& surroundings) {
-    surroundings.complain("brimwick " + std::string(command.verb) + ": " + problem);
-    surroundings.complain("Usage: " + synopsis(command));
-    return ExitCode::usage;
-}
-
 int runCommandLine(const CommandArguments& arguments, const CommandSurroundings& surroundings) {
     const std::string first = arguments.empty() ? std::string() : arguments.front();
-    if (first == "--help" || first == "-h")
-        return surroundings.output(help()) ? ExitCode::done : ExitCode::failed;
-    if (first == "--version")
-        return surroundings.output("brimwick " + surroundings.version + "\n") ? ExitCode::done
-                                                                              : ExitCode::failed;
+    if (first == "--help" || first == "-h") return print(help(), surroundings);
+    if (first == "--version") return print("brimwick " + surroundings.version + "\n", surroundings);
     const auto* const command = std::ranges::find(commands, first, &Command::verb);
     if (command == commands.end()) {
         surroundings.complain("brimwick: there is no command \"" + first + "\"; see brimwick --help");
@@ -59,10 +50,8 @@ int runCommandLine(const CommandArguments& arguments, const CommandSurroundings&
     }
     const CommandArguments rest(arguments.begin() + 1, arguments.end());
     if (rest == CommandArguments{"--help"} || rest == CommandArguments{"-h"})
-        return surroundings.output("Usage: " + synopsis(*command) + "\n" + std::string(command->summary) +
-                                   "\n")
-                   ? ExitCode::done
-                   : ExitCode::failed;
+        return print("Usage: " + synopsis(*command) + "\n" + std::string(command->summary) + "\n",
+                     surroundings);
     return command->run(rest, surroundings);
 }
 

@@ -7,7 +7,6 @@ namespace ExitCode {
 inline constexpr int done = 0;
 inline constexpr int failed = 1;
 inline constexpr int usage = 2;
-inline constexpr int notRunning = 3;
 } // namespace ExitCode
 
 } // namespace brimwick

@@ -3,9 +3,7 @@
 #include "app/commands/JsonText.h"
 #include "model/XmlText.h"
 
-#include <algorithm>
-#include <array>
-#include <utility>
+#include <string>
 
 namespace brimwick {
 
@@ -13,13 +11,6 @@ namespace {
 
 /// What is gathered before it is handed on.
 constexpr std::size_t portion = 65536;
-
-constexpr std::array<std::pair<SearchFormat, const char*>, 4> formatNames = {{
-    {SearchFormat::lines, "lines"},
-    {SearchFormat::terminal, "terminal"},
-    {SearchFormat::nulSeparated, "nul-separated"},
-    {SearchFormat::json, "json"},
-}};
 
 void appendForTerminal(std::string_view path, std::string& text) {
     for (std::size_t i = 0; i < path.size(); ++i) {
@@ -66,16 +57,6 @@ void appendEntry(const FolderIndex& index, FolderNumber folder, SearchFormat for
 }
 
 } // namespace
-
-std::string formatName(SearchFormat format) {
-    return std::ranges::find(formatNames, format, &decltype(formatNames)::value_type::first)->second;
-}
-
-SearchFormat formatNamed(const std::string& name) {
-    for (const auto& [format, candidate] : formatNames)
-        if (name == candidate) return format;
-    return SearchFormat::lines;
-}
 
 bool writeSearchResults(const FolderIndex& index, const std::vector<FolderNumber>& folders,
                         SearchFormat format, const ByteSink& output) {

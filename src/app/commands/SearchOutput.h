@@ -3,7 +3,6 @@
 #include "model/FolderIndex.h"
 #include "platform/ports/InstanceRequest.h"
 
-#include <string>
 #include <vector>
 
 namespace brimwick {
@@ -20,11 +19,6 @@ enum class SearchFormat {
     /// UTF-8, "path_bytes": its bytes in base64. Texts hold U+FFFD in place of each byte that is none.
     json,
 };
-
-/// The name of a format in a request.
-std::string formatName(SearchFormat format);
-/// The format of that name; lines for any other.
-SearchFormat formatNamed(const std::string& name);
 
 /// Writes the folders down in their order. False when the sink took no more.
 bool writeSearchResults(const FolderIndex& index, const std::vector<FolderNumber>& folders,

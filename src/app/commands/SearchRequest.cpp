@@ -2,7 +2,33 @@
 
 #include "app/commands/ExitCode.h"
 
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
 namespace brimwick {
+
+namespace {
+
+constexpr std::array<std::pair<SearchFormat, const char*>, 4> formatNames = {{
+    {SearchFormat::lines, "lines"},
+    {SearchFormat::terminal, "terminal"},
+    {SearchFormat::nulSeparated, "nul-separated"},
+    {SearchFormat::json, "json"},
+}};
+
+std::string formatName(SearchFormat format) {
+    return std::ranges::find(formatNames, format, &decltype(formatNames)::value_type::first)->second;
+}
+
+std::optional<SearchFormat> formatNamed(const std::string& name) {
+    for (const auto& [format, candidate] : formatNames)
+        if (name == candidate) return format;
+    return std::nullopt;
+}
+
+} // namespace
 
 InstanceRequest searchRequest(const std::string& text, SearchFormat format) {
     return {.verb = "search", .arguments = {text, formatName(format)}};
@@ -20,9 +46,9 @@ InstanceService::Work answerSearchRequest(const InstanceRequest& request,
                                           std::shared_ptr<const FolderIndex> index) {
     return
         [arguments = request.arguments, index = std::move(index)](const ByteSink& output) -> RequestResult {
-            if (arguments.size() != 2)
-                return {ExitCode::failed, "the running Brimwick is of another version"};
-            return search(*index, arguments[0], formatNamed(arguments[1]), output);
+            const auto format = arguments.size() == 2 ? formatNamed(arguments[1]) : std::nullopt;
+            if (!format) return {ExitCode::failed, "the running Brimwick is of another version"};
+            return search(*index, arguments[0], *format, output);
         };
 }
 

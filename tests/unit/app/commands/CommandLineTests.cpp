@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "unit/app/CommandTest.h"
+#include "unit/app/commands/CommandTest.h"
 
 namespace brimwick {
 namespace {

@@ -1,30 +1,15 @@
 #pragma once
 
 #include "app/commands/CommandLine.h"
+#include "fakes/FakeRunningInstance.h"
 #include "fakes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace brimwick {
-
-/// The program that runs already, or that does not.
-class FakeRunningInstance : public RunningInstance {
-  public:
-    std::optional<RequestResult> request(const InstanceRequest& request, const ByteSink& output) override {
-        requests.push_back(request);
-        if (answer) output(prints);
-        return answer;
-    }
-
-    std::vector<InstanceRequest> requests;
-    /// Nothing when no program runs.
-    std::optional<RequestResult> answer;
-    std::string prints;
-};
 
 /// The command line, with a home of its own.
 class CommandTest : public testing::Test {

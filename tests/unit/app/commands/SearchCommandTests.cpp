@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "unit/app/CommandTest.h"
+#include "unit/app/commands/CommandTest.h"
 
 namespace brimwick {
 namespace {

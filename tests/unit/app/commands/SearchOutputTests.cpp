@@ -75,12 +75,5 @@ TEST(SearchOutput, StopsWhenNobodyReadsOn) {
     EXPECT_EQ(portions, 1);
 }
 
-TEST(SearchOutput, KnowsItsFormatsByName) {
-    for (const SearchFormat format :
-         {SearchFormat::lines, SearchFormat::terminal, SearchFormat::nulSeparated, SearchFormat::json})
-        EXPECT_EQ(formatNamed(formatName(format)), format);
-    EXPECT_EQ(formatNamed("from the future"), SearchFormat::lines);
-}
-
 } // namespace
 } // namespace brimwick
