@@ -58,7 +58,7 @@ def running_section(results) -> str:
         f"The installed program on a virtual desktop, its only indexed folder the tree of {running['folders']:,} folders. It",
         f"offered its picker {running['seconds_until_ready']:.1f} s after its start. Over {running['key_presses']} keys,"
         " typed and taken back, the",
-        f"rows looked as they stay {running['key_press_milliseconds']['median']:.1f} ms after the key (median),"
+        f"first rows looked as they stay {running['key_press_milliseconds']['median']:.1f} ms after the key (median),"
         f" {running['key_press_milliseconds']['p95']:.1f} ms at the 95th percentile.",
     ]
     if "idle_ticks" in running:

@@ -8,6 +8,7 @@ import time
 from contextlib import contextmanager
 from pathlib import Path
 
+from .timing import percentile
 from .trees import REPOSITORY
 from .walking import walk_once
 
@@ -113,8 +114,8 @@ class RunningProgram:
             self._desktop.windows.wait_until_active(self._window)
 
     def key_press_milliseconds(self) -> list:
-        """From each key of some words, typed and taken back letter by letter, until its rows are painted as they
-        stay."""
+        """From each key of some words, typed and taken back letter by letter, until its first rows are painted as
+        they stay."""
         keys = [key for word in WORDS for key in [*word, *["BackSpace"] * len(word)]]
         with self._picker():
             self._type_watched(keys[:2])
@@ -143,7 +144,7 @@ class RunningProgram:
                     times.append(self._milliseconds_until_shown(folder))
                 finally:
                     folder.rmdir()
-                # Only so many rows can be seen: the next folder is to be the first again.
+                # Only so many rows are watched: the next folder is to be the first again.
                 wait_until(lambda: self._windows.pixels(self._rows) == rows, "the row is gone", NEVER_AFTER)
         return times
 
@@ -161,10 +162,6 @@ class RunningProgram:
                 return math.inf
             if self._windows.pixels(self._rows) != rows:
                 return (painted - start) * 1000
-
-
-def percentile(values, share) -> float:
-    return sorted(values)[math.ceil(share * len(values)) - 1]
 
 
 def measure_running_program(tree: Path, folders: int, new_folders: int = 5) -> dict:

@@ -28,8 +28,6 @@ def measure_searches(tree: Path, paths_file: Path, work_folder: Path, rounds: in
     for text in ALSO_ASKED_OF_OTHERS:
         commands = searchers.commands(text)
         contestants = {name: lambda command=command: run_timed(*command) for name, command in commands.items()}
-        for contestant in contestants.values():
-            contestant()
         runs = paired_rounds(contestants, rounds)
         others[text] = {name: median_seconds(of_one) * 1e6 for name, of_one in runs.items()}
     return {

@@ -1,5 +1,6 @@
-"""Programs timed as whole processes, in rounds in which each has its turn."""
+"""Programs timed as whole processes, in rounds in which each has its turn, and the figures made of their times."""
 
+import math
 import os
 import statistics
 import subprocess
@@ -52,7 +53,10 @@ def run_warm(contestant) -> Run:
 
 def paired_rounds(contestants: dict, rounds: int) -> dict:
     """Times each of {name: function that returns a Run} once a round, in turns that shift by one every round, so that
-    a slow moment of the machine meets all of them alike. Returns {name: [Run]}."""
+    a slow moment of the machine meets all of them alike. A first run of each, to warm up, does not count. Returns
+    {name: [Run]}."""
+    for contestant in contestants.values():
+        contestant()
     names = list(contestants)
     runs = {name: [] for name in names}
     for number in range(rounds):
@@ -60,6 +64,11 @@ def paired_rounds(contestants: dict, rounds: int) -> dict:
         for name in names[shift:] + names[:shift]:
             runs[name].append(run_warm(contestants[name]))
     return runs
+
+
+def percentile(values, share) -> float:
+    """The smallest of the values that at least this share of them, such as 0.95, does not exceed."""
+    return sorted(values)[math.ceil(share * len(values)) - 1]
 
 
 def median_seconds(runs) -> float:

@@ -31,12 +31,6 @@ class PickerPlaces:
     def result(self, row: int):
         return self._at(120, RESULTS_TOP[self._mode] + 1 + row * ROW_HEIGHT + ROW_HEIGHT // 2)
 
-    def results_area(self) -> Rectangle:
-        """Where the rows are."""
-        top = RESULTS_TOP[self._mode] + 1
-        width, height = self._client.width - 2 * MARGIN, self._client.height - BUTTON_STRIP - top
-        return Rectangle(*self._at(MARGIN, top), width, height)
-
     def selected_file(self, row: int):
         return self._at(120, FIRST_SELECTED_FILE_Y + row * SELECTED_FILE_HEIGHT)
 
