@@ -1,5 +1,7 @@
 #include "model/FolderSearch.h"
 
+#include "model/PathText.h"
+
 namespace brimwick {
 
 void FolderSearch::searchFor(std::string_view text) {
@@ -27,6 +29,12 @@ std::string_view FolderSearch::displayNameAt(std::size_t row) const {
 
 std::string FolderSearch::pathAt(std::size_t row) const {
     return searchResults_.index->path(searchResults_.entries.at(row));
+}
+
+std::optional<Icon> FolderSearch::iconAt(std::size_t row) const {
+    // Only the Trash is shown by another name than its own.
+    if (displayNameAt(row) != lastPathComponent(pathAt(row))) return entryAt(row).icon();
+    return Icon{Icon::Source::Folder, {}};
 }
 
 BWSelectedFileOrFolder FolderSearch::entryAt(std::size_t row) const {

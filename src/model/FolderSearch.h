@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -38,6 +39,8 @@ class FolderSearch {
     /// is valid until the next search.
     std::string_view displayNameAt(std::size_t row) const;
     std::string pathAt(std::size_t row) const;
+    /// As for the walk, all results are folders; only the Trash is looked at, for being empty or full.
+    std::optional<Icon> iconAt(std::size_t row) const;
     /// The result of a row, looked up on disk at every call.
     BWSelectedFileOrFolder entryAt(std::size_t row) const;
 

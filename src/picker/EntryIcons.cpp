@@ -11,6 +11,7 @@ namespace brimwick {
 
 QIcon EntryIcons::image(const std::optional<Icon>& icon) const {
     if (!icon) return {};
+    if (icon->source == Icon::Source::Folder) return folderImage();
     if (icon->source == Icon::Source::File) return fileImage(icon->name);
     for (const char* type : {"svg", "png"})
         if (const auto path = resources_.pathForResource(icon->name, type))
@@ -18,10 +19,13 @@ QIcon EntryIcons::image(const std::optional<Icon>& icon) const {
     return {};
 }
 
+QIcon EntryIcons::folderImage() const {
+    return themeIcon("folder", "folder", QStyle::SP_DirIcon);
+}
+
 QIcon EntryIcons::fileImage(const std::string& path) const {
     struct stat status {};
-    if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
-        return themeIcon("folder", "folder", QStyle::SP_DirIcon);
+    if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return folderImage();
     // By name alone: an icon is no reason to open a file.
     const QMimeType type =
         QMimeDatabase().mimeTypeForFile(QString::fromUtf8(path.c_str()), QMimeDatabase::MatchExtension);

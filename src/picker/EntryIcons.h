@@ -21,6 +21,7 @@ class EntryIcons {
     QIcon image(const std::optional<Icon>& icon) const;
 
   private:
+    QIcon folderImage() const;
     QIcon fileImage(const std::string& path) const;
     QIcon themeIcon(const QString& name, const QString& genericName, QStyle::StandardPixmap last) const;
 

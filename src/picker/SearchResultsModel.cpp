@@ -19,7 +19,7 @@ QVariant SearchResultsModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
         return displayText(search_.displayNameAt(row));
     case Qt::DecorationRole:
-        return icons_.image(search_.entryAt(row).icon());
+        return icons_.image(search_.iconAt(row));
     case Qt::ToolTipRole:
         return displayText(search_.pathAt(row)).toHtmlEscaped();
     case Qt::AccessibleTextRole:

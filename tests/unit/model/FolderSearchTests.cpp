@@ -112,6 +112,19 @@ TEST_F(FolderSearchTest, FindsTheTrashByTheNameThatItIsShownWith) {
     EXPECT_EQ(search_.entryAt(0).path(), home_ + "/.Trash");
 }
 
+TEST_F(FolderSearchTest, ShowsEveryFolderAsOneWithoutAskingTheDisk) {
+    search_.searchFor("music");
+    std::filesystem::remove_all(home_ + "/Music");
+    EXPECT_EQ(search_.iconAt(0), (Icon{Icon::Source::Folder, {}}));
+}
+
+TEST_F(FolderSearchTest, ShowsTheTrashEmptyOrFull) {
+    search_.searchFor("tra");
+    EXPECT_EQ(search_.iconAt(0), (Icon{Icon::Source::Resource, "TrashIcon"}));
+    std::filesystem::create_directory(home_ + "/.Trash/thrown away");
+    EXPECT_EQ(search_.iconAt(0), (Icon{Icon::Source::Resource, "FullTrashIcon"}));
+}
+
 TEST_F(FolderSearchTest, ChangesNothingInPhantomMode) {
     search_.searchFor("music");
     presenter_.calls.clear();
