@@ -12,7 +12,7 @@
 namespace brimwick {
 
 /// Walks the roots, in order, and makes the index of all that was found; nothing when told to stop before the
-/// end. Any thread; takes as long as the disk does. Throws std::bad_alloc and std::length_error.
+/// end. Any thread; takes as long as the disk does. Throws as FolderWalk does.
 std::shared_ptr<const FolderIndex> indexOfFolders(const std::vector<std::string>& rootPaths,
                                                   const FolderNameObserver& observer,
                                                   const std::stop_token& stop);

@@ -7,10 +7,19 @@
 #include <sys/stat.h>
 
 #include <array>
+#include <cerrno>
 #include <limits>
 #include <string_view>
+#include <system_error>
 
 namespace brimwick {
+
+FileDescriptor openForListing(int parent, const char* path, int moreFlags) {
+    FileDescriptor folder(openat(parent, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC | moreFlags));
+    if (!folder && (errno == EMFILE || errno == ENFILE || errno == ENOMEM))
+        throw std::system_error(errno, std::generic_category());
+    return folder;
+}
 
 bool isFolder(int directory, const char* name, unsigned char type) {
     if (type != DT_UNKNOWN) return type == DT_DIR;

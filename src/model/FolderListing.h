@@ -1,10 +1,16 @@
 #pragma once
 
+#include "platform/ports/FileDescriptor.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace brimwick {
+
+/// Opens a folder to list it; none when it cannot be. Throws std::system_error when that is for want of room
+/// for another open file, which says nothing about the folder.
+FileDescriptor openForListing(int parent, const char* path, int moreFlags = 0);
 
 /// Whether the directory entry is a folder itself, a link to one not being one. `type` is the entry's d_type;
 /// the disk is asked only where the file system does not tell.

@@ -56,9 +56,14 @@ std::string FolderTree::path(FolderNumber folder) const {
 }
 
 void FolderTree::reserve(std::size_t folders, std::size_t nameBytes) {
-    names_.reserve(nameBytes);
-    nameEnds_.reserve(folders);
-    parents_.reserve(folders);
+    // Exactly for the first, and otherwise in steps that grow, however many roots follow each other.
+    const auto enough = [](std::size_t wanted, std::size_t size) {
+        return std::max(wanted, size + size / 2);
+    };
+    if (nameBytes > names_.capacity()) names_.reserve(enough(nameBytes, names_.size()));
+    if (folders <= parents_.capacity()) return;
+    nameEnds_.reserve(enough(folders, size()));
+    parents_.reserve(enough(folders, size()));
 }
 
 void FolderTree::shrink() {

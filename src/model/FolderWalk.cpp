@@ -74,7 +74,7 @@ bool FolderWalk::addRootDirectoryAndSubFoldersToIndex(const std::string& rootPat
 bool FolderWalk::deepEnumerateAllSubfoldersOfFolderWithPath(const std::string& path, FolderNumber folder) {
     Subtrees all;
     // Without O_NOFOLLOW: a root may be a link.
-    all.parent = FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    all.parent = openForListing(AT_FDCWD, path.c_str());
     if (all.parent) appendSubfolderNames(all.parent.get(), all.names);
     if (all.names.empty()) return !stop_.stop_requested();
 

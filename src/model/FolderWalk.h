@@ -19,7 +19,8 @@ class FolderWalk {
                unsigned threads = usualThreads());
 
     /// A root that cannot be listed is added alone. False when the walk was told to stop; the tree is
-    /// incomplete then. Throws std::bad_alloc and std::length_error.
+    /// incomplete then. Throws std::bad_alloc, std::length_error and, when it may open no further folder,
+    /// std::system_error.
     bool addRootDirectoryAndSubFoldersToIndex(const std::string& rootPath);
 
   private:

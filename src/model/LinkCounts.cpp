@@ -3,8 +3,6 @@
 #include <linux/magic.h>
 #include <sys/vfs.h>
 
-#include <algorithm>
-
 namespace brimwick {
 namespace {
 
@@ -26,16 +24,14 @@ bool keepsLinkCounts(long fileSystem) {
 } // namespace
 
 std::optional<bool> LinkCounts::areKeptOn(dev_t device) const {
-    const auto known = std::ranges::find(devices_, device, &Device::number);
-    return known == devices_.end() ? std::nullopt : std::optional(known->keepsLinkCounts);
+    const auto known = devices_.find(device);
+    return known == devices_.end() ? std::nullopt : std::optional(known->second);
 }
 
 bool LinkCounts::areKeptOn(int directory, dev_t device) {
     if (const auto known = areKeptOn(device)) return *known;
     struct statfs fileSystem {};
-    const bool kept = fstatfs(directory, &fileSystem) == 0 && keepsLinkCounts(fileSystem.f_type);
-    devices_.push_back({device, kept});
-    return kept;
+    return devices_[device] = fstatfs(directory, &fileSystem) == 0 && keepsLinkCounts(fileSystem.f_type);
 }
 
 std::optional<std::size_t> subfoldersByLinkCount(nlink_t linkCount) {

@@ -2,8 +2,8 @@
 
 #include <sys/types.h>
 
+#include <map>
 #include <optional>
-#include <vector>
 
 namespace brimwick {
 
@@ -17,11 +17,7 @@ class LinkCounts {
     std::optional<bool> areKeptOn(dev_t device) const;
 
   private:
-    struct Device {
-        dev_t number;
-        bool keepsLinkCounts;
-    };
-    std::vector<Device> devices_;
+    std::map<dev_t, bool> devices_;
 };
 
 /// How many subfolders a folder with this link count can have at most, where link counts are kept; nothing

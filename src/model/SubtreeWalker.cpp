@@ -1,5 +1,7 @@
 #include "model/SubtreeWalker.h"
 
+#include "model/FolderListing.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -11,7 +13,7 @@ constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
 
 /// The name is closed by a NUL.
 FileDescriptor openSubfolder(const FileDescriptor& parent, std::string_view name) {
-    return FileDescriptor(openat(parent.get(), name.data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW));
+    return openForListing(parent.get(), name.data(), O_NOFOLLOW);
 }
 
 /// Nothing where not even that can be asked: gone, or in a folder that may be listed but not entered.
@@ -122,7 +124,7 @@ void SubtreeWalker::leave() {
         return directory && fstat(directory.get(), &status) == 0 && status.st_dev == level.device &&
                status.st_ino == level.inode;
     };
-    FileDescriptor directory(openat(left.directory.get(), "..", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    FileDescriptor directory = openForListing(left.directory.get(), "..");
     // Somebody moved the folder that is being left: its way up ends elsewhere now.
     if (!isLevel(directory)) directory = reopenedFromBase();
     if (isLevel(directory)) {

@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace brimwick {
@@ -125,6 +126,18 @@ TEST(FolderWalk, LeavesOutDotFoldersAndPackagesWithAllInside) {
     folder.makeFolder(".git/x");
     folder.makeFolder("App.app/Contents");
     EXPECT_THAT(walk({folder.path()}), ElementsAre(folder.path(), folder / "a", folder / "a/b"));
+}
+
+TEST(FolderWalk, FailsRatherThanLeaveFoldersOutForWantOfDescriptors) {
+    const TemporaryFolder folder;
+    folder.makeFolder("a/b/c");
+    const FileDescriptor next(open("/dev/null", O_RDONLY | O_CLOEXEC));
+    for (const rlim_t room : {0U, 1U, 2U}) {
+        const OpenFileLimit limit(static_cast<rlim_t>(next.get()) + 1 + room);
+        FolderTree folders;
+        FolderWalk walk(folders, ignoreName, {}, 1);
+        EXPECT_THROW(walk.addRootDirectoryAndSubFoldersToIndex(folder.path()), std::system_error) << room;
+    }
 }
 
 TEST(FolderWalk, NeverFollowsLinks) {
