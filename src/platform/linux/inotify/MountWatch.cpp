@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <sstream>
 
 namespace brimwick {
@@ -48,30 +49,35 @@ MountWatch::MountWatch(const FolderRules& rules)
 
 std::vector<std::uint32_t> MountWatch::changes(const std::set<std::string>& roots) {
     std::vector<std::uint32_t> flags;
-    std::multiset<std::string> now = relevantMounts(roots);
-    // Where the roots lie elsewhere, other mounts matter; that they moved is told by whoever noticed it.
-    if (known_ && roots == knownRoots_) {
-        if (!std::ranges::includes(*known_, now))
-            flags.push_back(FolderEventFlag::isFolder | FolderEventFlag::created);
-        if (!std::ranges::includes(now, *known_))
-            flags.push_back(FolderEventFlag::isFolder | FolderEventFlag::removed);
-    }
-    knownRoots_ = roots;
+    Mounts now = presentMounts();
+    if (known_ && hasRelevantBeside(*known_, now, roots))
+        flags.push_back(FolderEventFlag::isFolder | FolderEventFlag::created);
+    if (known_ && hasRelevantBeside(now, *known_, roots))
+        flags.push_back(FolderEventFlag::isFolder | FolderEventFlag::removed);
     known_ = std::move(now);
     return flags;
 }
 
-std::multiset<std::string> MountWatch::relevantMounts(const std::set<std::string>& roots) const {
-    std::multiset<std::string> relevant;
-    if (!mounts_) return relevant;
+MountWatch::Mounts MountWatch::presentMounts() const {
+    Mounts mounts;
+    if (!mounts_) return mounts;
     std::istringstream table(contentOf(mounts_.get()));
     for (std::string line; std::getline(table, line);) {
         std::istringstream fields(line);
         std::string number, parent, device, part, mountPoint;
         fields >> number >> parent >> device >> part >> mountPoint;
-        if (concerns(unescaped(mountPoint), roots)) relevant.insert(device + " " + part + " " + mountPoint);
+        mounts.emplace(unescaped(mountPoint), device + " " + part);
     }
-    return relevant;
+    return mounts;
+}
+
+/// Whether there is a mount in `mounts`, but not in `others`, that concerns a root.
+bool MountWatch::hasRelevantBeside(const Mounts& others, const Mounts& mounts,
+                                   const std::set<std::string>& roots) const {
+    Mounts rest;
+    std::ranges::set_difference(mounts, others, std::inserter(rest, rest.end()));
+    return std::ranges::any_of(rest,
+                               [this, &roots](const auto& mount) { return concerns(mount.first, roots); });
 }
 
 bool MountWatch::concerns(const std::string& mountPoint, const std::set<std::string>& roots) const {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace brimwick {
@@ -22,14 +23,18 @@ class MountWatch {
     std::vector<std::uint32_t> changes(const std::set<std::string>& roots);
 
   private:
-    std::multiset<std::string> relevantMounts(const std::set<std::string>& roots) const;
+    /// Mount points, each with what is mounted there. One may hide another.
+    using Mounts = std::multiset<std::pair<std::string, std::string>>;
+
+    Mounts presentMounts() const;
+    bool hasRelevantBeside(const Mounts& others, const Mounts& mounts,
+                           const std::set<std::string>& roots) const;
     bool concerns(const std::string& mountPoint, const std::set<std::string>& roots) const;
 
     FolderRules rules_;
     FileDescriptor mounts_;
-    std::set<std::string> knownRoots_;
     /// Nothing before it was asked for the first time.
-    std::optional<std::multiset<std::string>> known_;
+    std::optional<Mounts> known_;
 };
 
 } // namespace brimwick
