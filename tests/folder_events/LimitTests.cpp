@@ -36,6 +36,8 @@ TEST_F(WatchLimitTest, GivesSomeBackWhenTheSystemHasNoMore) {
     EXPECT_EQ(limit.allowed(), 30U);
     limit.wasReachedAt(500);
     EXPECT_EQ(limit.allowed(), 30U);
+    limit.startAnew();
+    EXPECT_EQ(limit.allowed(), 1500U);
 }
 
 TEST_F(WatchLimitTest, WatchesWhatFitsAndSaysSoOnce) {
@@ -137,6 +139,20 @@ TEST_F(WatchLimitTest, CarriesOnWhereTheSystemRefusesAFurtherWatch) {
         if (limits_.size() != 1) return 3;
         makeFolder("folder199/new");
         if (flagsUpTo(created) != Flags{created}) return 4;
+        stream_.reset();
+        return 0;
+    });
+    if (!refusal) GTEST_SKIP() << "no user namespace with limits of its own here";
+    EXPECT_EQ(*refusal, 0);
+}
+
+TEST_F(WatchLimitTest, WatchesTheRestOnceTheSystemHasMoreWatches) {
+    const auto refusal = inChildWithOwnLimits("max_inotify_watches", 80, [this] {
+        start();
+        if (figures_.compared == 0) return 1;
+        std::ofstream("/proc/sys/user/max_inotify_watches") << 1000;
+        walk();
+        if (figures_.watched != 101 || figures_.compared != 0) return 2;
         stream_.reset();
         return 0;
     });

@@ -17,8 +17,12 @@ std::size_t systemLimit() {
 
 } // namespace
 
-WatchLimit::WatchLimit(std::optional<std::size_t> limit) {
-    const std::size_t most = limit ? *limit : systemLimit();
+WatchLimit::WatchLimit(std::optional<std::size_t> limit) : given_(limit) {
+    startAnew();
+}
+
+void WatchLimit::startAnew() {
+    const std::size_t most = given_ ? *given_ : systemLimit();
     reserve_ = std::min(most / 16, largestReserve);
     allowed_ = most - reserve_;
 }

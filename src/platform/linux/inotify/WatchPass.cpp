@@ -26,6 +26,7 @@ WatchPass::WatchPass(const FolderList& list, const WalkStart& start, const std::
       }),
       path_(list), coverage_(roots, rules) {
     state_.table.erase(std::exchange(state_.ended, {}));
+    state_.limit.startAnew();
     watchCount_ = state_.table.watchCount();
     seen_.resize(state_.table.entries().size());
     entries_.reserve(list.size());
