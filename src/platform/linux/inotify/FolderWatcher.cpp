@@ -103,6 +103,8 @@ void FolderWatcher::followWalk() {
                        [this] { return carryOn(); });
         if (!pass.run()) {
             mustFollow_ = true;
+            // The walk that runs now finds it, or gives up.
+            reliesOnWalk_ = reliesOnWalk_ || (walkIsRunning_ && pass.difference() != 0);
             return;
         }
         if (pass.difference() != 0) {
@@ -128,7 +130,7 @@ void FolderWatcher::compareSuspicious(const FolderList& list) {
 void FolderWatcher::compareUnwatched() {
     std::uint32_t difference = 0;
     const std::vector<std::uint32_t> rootChanges =
-        rootWatch_.isComplete() ? std::vector<std::uint32_t>() : rootWatch_.changes();
+        rootWatch_.isBlind() ? rootWatch_.changes() : std::vector<std::uint32_t>();
     if (!rootChanges.empty()) difference = rootChanges.front();
     if (const auto list = list_; list && difference == 0) {
         Pace pace([this] { return carryOn(); });
@@ -154,7 +156,7 @@ void FolderWatcher::deliverOne(std::uint32_t flags) {
 }
 
 void FolderWatcher::tellLimitOnce() {
-    if (toldLimit_ || !mustCompareLate()) return;
+    if (toldLimit_ || (state_.unwatched.empty() && !rootWatch_.lacksRoom())) return;
     toldLimit_ = true;
     const int error = inotify_.error() != 0 ? inotify_.error() : rootWatch_.error();
     // Where all folders found room, the ways to the roots did not.
@@ -164,7 +166,7 @@ void FolderWatcher::tellLimitOnce() {
 }
 
 bool FolderWatcher::mustCompareLate() const {
-    return !state_.unwatched.empty() || !rootWatch_.isComplete();
+    return !state_.unwatched.empty() || rootWatch_.isBlind();
 }
 
 /// In milliseconds; -1 when there is nothing to compare.

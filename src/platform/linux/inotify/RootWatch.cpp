@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <deque>
 #include <string_view>
@@ -60,7 +61,7 @@ std::vector<std::uint32_t> RootWatch::changes() {
     const auto before = std::move(names_);
     names_.clear();
     paths_ = {roots_.begin(), roots_.end()};
-    complete_ = true;
+    lacksRoom_ = lacksPermission_ = false;
     std::vector<std::uint32_t> flags;
     for (std::size_t i = 0; i < roots_.size(); ++i) {
         const Identity now = follow(roots_[i]);
@@ -113,7 +114,9 @@ void RootWatch::watchName(const std::string& folder, const std::string& name) {
     if (watch >= 0)
         names_[watch].insert(name);
     else if (inotify_.lacksRoom())
-        complete_ = false;
+        lacksRoom_ = true;
+    else if (errno == EACCES)
+        lacksPermission_ = true;
 }
 
 } // namespace brimwick

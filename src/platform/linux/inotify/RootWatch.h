@@ -26,8 +26,10 @@ class RootWatch {
     bool wasTouched();
     /// Looks at every root; one event for each that is not what it was.
     std::vector<std::uint32_t> changes();
-    /// False when the system refused a watch for lack of room: then changes() must be asked now and then.
-    bool isComplete() const { return complete_; }
+    /// Whether a name on the way cannot be watched: then changes() must be asked now and then.
+    bool isBlind() const { return lacksRoom_ || lacksPermission_; }
+    /// Whether that is for want of room for watches.
+    bool lacksRoom() const { return lacksRoom_; }
     /// The roots' paths, as given and with links followed.
     const std::set<std::string>& paths() const { return paths_; }
 
@@ -47,7 +49,8 @@ class RootWatch {
     std::vector<Identity> identities_;
     std::map<WatchNumber, std::set<std::string>> names_;
     std::set<std::string> paths_;
-    bool complete_ = true;
+    bool lacksRoom_ = false;
+    bool lacksPermission_ = false;
     std::vector<InotifyEvent> events_;
 };
 
