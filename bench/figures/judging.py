@@ -60,6 +60,8 @@ def figures_of(results: dict) -> list:
         figures += [
             Figure(f"key press to painted rows, {size}, p95", running["key_press_milliseconds"]["p95"],
                    KEY_PRESS_MILLISECONDS, "ms", ".1f"),
+            Figure("the same while the watches are set", running["early_key_press_milliseconds"]["p95"],
+                   KEY_PRESS_MILLISECONDS, "ms", ".1f"),
             Figure(f"peak memory of the program, {size}", running["peak_bytes"] / 1e6, MEGABYTES, "MB", ".0f"),
             Figure(f"processor ticks in 10 idle seconds, {size}", running.get("idle_ticks"), IDLE_TICKS, "", ".0f"),
             new_folder_figure(running, running["walk_seconds"] * 1000),
