@@ -38,10 +38,10 @@ void FolderChurn::churn(std::size_t operations, std::size_t perSecond) {
     const auto begin = std::chrono::steady_clock::now();
     for (std::size_t done = 0; done < operations;) {
         std::this_thread::sleep_until(begin + std::chrono::microseconds(1'000'000 * done / perSecond));
-        if (!operate()) continue;
-        ++done;
-        ++carriedOut_;
+        if (operate()) ++done;
     }
+    const std::chrono::duration<double> duration = std::chrono::steady_clock::now() - begin;
+    rate_ = static_cast<double>(operations) / duration.count();
     done_ = true;
 }
 

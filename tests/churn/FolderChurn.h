@@ -21,8 +21,8 @@ class FolderChurn {
     void stop();
     /// Puts the root back to how it began.
     void reset();
-    /// Those that the system carried out, of all starts.
-    std::size_t operations() const { return carriedOut_; }
+    /// Since the last start, once it has ended: how many operations the system carried out in a second.
+    double rate() const { return rate_; }
 
   private:
     void churn(std::size_t operations, std::size_t perSecond);
@@ -35,7 +35,7 @@ class FolderChurn {
     std::size_t foldersAtRest_;
     std::mt19937 random_{20'260'101};
     std::atomic<bool> done_ = false;
-    std::atomic<std::size_t> carriedOut_ = 0;
+    double rate_ = 0;
     std::jthread thread_;
 };
 

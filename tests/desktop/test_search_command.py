@@ -1,16 +1,20 @@
 """brimwick search, with and without a running Brimwick: the same folders in the same order."""
 
 import base64
+import fcntl
 import json
 import os
 import signal
+import struct
 import subprocess
+import termios
 
 import pytest
 
 from filing import Filing
 from harness import wait_until
 
+PAGE = os.sysconf("SC_PAGE_SIZE")
 NO_DESKTOP = {"DISPLAY": None, "WAYLAND_DISPLAY": None, "DBUS_SESSION_BUS_ADDRESS": None, "QT_QPA_PLATFORM": None}
 
 
@@ -98,14 +102,21 @@ def test_exit_codes_and_reasons(desktop, folders):
 
 
 def test_a_reader_that_leaves_ends_the_search_and_harms_nobody(desktop, folders):
+    _make_much(desktop, folders)
     for running in (False, True):
         if running:
             desktop.brimwick.start()
-        searching = _start(desktop, "search", "1", stdout=subprocess.PIPE)
+        searching = _start(desktop, "search", "folder", stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         searching.stdout.read(10)
+        _wait_until_full(searching.stdout)
         searching.stdout.close()
-        assert searching.wait(10) in (-signal.SIGPIPE, 0)
+        # As every command ends whose reader leaves; never as if all had been printed.
+        assert searching.wait(10) == -signal.SIGPIPE
+        assert searching.stderr.read() == b""
+    # Who walked now would walk nothing: it is the running one that answers.
+    desktop.preferences.write([])
     assert search(desktop, "taxes").stdout
+    assert desktop.brimwick.process.is_running()
 
 
 def test_the_program_quits_while_somebody_reads_slowly(desktop, folders):
@@ -123,7 +134,7 @@ def test_control_c_ends_a_search_at_once(desktop, folders):
     # Nobody reads, so that the search can end by the signal only.
     _make_much(desktop, folders)
     searching = _start(desktop, "search", "folder", "--in", folders.attic, stdout=subprocess.PIPE)
-    wait_until(lambda: searching.poll() is None, "the search runs")
+    _wait_until_full(searching.stdout)
     searching.send_signal(signal.SIGINT)
     assert searching.wait(3) == -signal.SIGINT
 
@@ -140,6 +151,17 @@ def _make_much(desktop, folders):
     for number in range(6000):
         (folders.attic / f"{'folder ' * 20}{number}").mkdir()
     desktop.account.give(folders.attic)
+
+
+def _wait_until_full(pipe):
+    """Until whoever writes to it can only wait for a reader."""
+    capacity = fcntl.fcntl(pipe, fcntl.F_GETPIPE_SZ)
+
+    def held() -> int:
+        return struct.unpack("=i", fcntl.ioctl(pipe, termios.FIONREAD, bytes(4)))[0]
+
+    # What was read in part keeps its page.
+    wait_until(lambda: held() > capacity - 2 * PAGE, lambda: f"the pipe is full; it holds {held()} of {capacity}")
 
 
 def _start(desktop, *arguments, **options):

@@ -141,6 +141,7 @@ TEST_F(FolderEventsTest, LostEventsAreOneEventOfAFolder) {
     }
     gate_.open();
     EXPECT_THAT(flagsUpTo(FolderEventFlag::isFolder), Contains(FolderEventFlag::isFolder).Times(1));
+    EXPECT_TRUE(onlyTellsWhatIsMadeIn(""));
 }
 
 TEST_F(FolderEventsTest, WatchesFoldersBeyondTheLongestPath) {

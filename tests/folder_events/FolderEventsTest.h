@@ -87,7 +87,9 @@ class FolderEventsTest : public testing::Test {
     Flags nextFlags(std::size_t count);
     /// The flags of all deliveries so far.
     Flags flagsSoFar();
-    /// Whether a new subfolder of that folder, a counting change, is told, and nothing else before it.
+    /// Makes a new subfolder of that folder, takes it away, and so on until it stays. Whether all that is
+    /// told, and nothing else before it. The folder is a watched one: what comes and goes between two
+    /// comparisons is not told.
     ::testing::AssertionResult onlyTellsWhatIsMadeIn(const std::string& folder);
 
     TemporaryFolder folder_;

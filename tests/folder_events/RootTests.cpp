@@ -9,6 +9,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 } // namespace
 
@@ -67,7 +68,9 @@ TEST_F(FolderEventsTest, TellsThatARootAppearedWhileItWasWalkedFirst) {
     const auto found = walked();
     makeFolder("");
     endWalk(found);
-    EXPECT_EQ(flagsSoFar().back(), created);
+    const Flags told = flagsSoFar();
+    ASSERT_THAT(told, Not(IsEmpty()));
+    EXPECT_EQ(told.back(), created);
     walk();
     EXPECT_THAT(flagsSoFar(), IsEmpty());
 }

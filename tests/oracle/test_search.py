@@ -13,6 +13,8 @@ from slow_search import folded, search
 CASES = int(os.environ.get("BRIMWICK_ORACLE_CASES", "100000"))
 QUERIES = 50
 NAMES = 60
+# So many that several threads share them.
+MANY_NAMES = 12000
 DRIVER = driver("search_driver")
 
 
@@ -51,6 +53,12 @@ def disagreements(indexes):
                 yield f"searching {query} ({ascii(query.decode(errors='replace'))}): they differ in {wrong}"
 
 
+def assert_same(indexes):
+    found = list(disagreements(indexes))
+    cases = sum(len(queries) for _, queries in indexes)
+    assert not found, f"{len(found)} of {cases} cases:\n" + "\n".join(found[:20])
+
+
 @pytest.mark.parametrize("seed", range(10))
 def test_finds_what_a_plain_search_finds_in_the_same_order(seed):
     random_names = RandomNames(seed, is_known())
@@ -58,5 +66,11 @@ def test_finds_what_a_plain_search_finds_in_the_same_order(seed):
     for _ in range(-(-CASES // (10 * QUERIES))):
         names = random_names.names(NAMES)
         indexes.append((names, random_names.queries(names, QUERIES)))
-    found = list(disagreements(indexes))
-    assert not found, f"{len(found)} of {len(indexes) * QUERIES} cases:\n" + "\n".join(found[:20])
+    assert_same(indexes)
+
+
+@pytest.mark.parametrize("seed", range(3))
+def test_finds_the_same_among_names_that_several_threads_share(seed):
+    random_names = RandomNames(f"many/{seed}", is_known())
+    names = random_names.names(MANY_NAMES)
+    assert_same([(names, random_names.queries(names, QUERIES))])

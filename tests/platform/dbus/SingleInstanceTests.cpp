@@ -1,12 +1,17 @@
 #include "platform/Waiting.h"
 #include "platform/dbus/TestBus.h"
 #include "platform/linux/dbus/DBusRunningInstance.h"
+#include "platform/linux/dbus/InstanceProtocol.h"
 #include "platform/linux/dbus/SingleInstance.h"
 
 #include <QDBusPendingCall>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <future>
 
@@ -46,6 +51,48 @@ class SecondStart {
 
   private:
     std::future<Outcome> outcome_;
+};
+
+/// A request in the making, over one connection: what is sent later over it arrives later.
+class RequestOverConnection {
+  public:
+    RequestOverConnection(const QDBusConnection& connection, const InstanceRequest& request)
+        : connection_(connection) {
+        std::array<int, 2> ends = {};
+        EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+        fcntl(ends[0], F_SETFL, O_NONBLOCK);
+        reading_.giveFileDescriptor(ends[0]);
+        QDBusUnixFileDescriptor writing;
+        writing.giveFileDescriptor(ends[1]);
+        answer_.emplace(send(InstanceProtocol::argumentsOf(request, writing)));
+    }
+    /// Until it is with the program: a call that is no request, and is refused at once, comes after it.
+    void waitUntilArrived() const {
+        const QDBusPendingCall refusal = send({QStringLiteral("no request")});
+        EXPECT_TRUE(waitFor([&] { return refusal.isFinished(); }));
+        EXPECT_TRUE(refusal.isError());
+    }
+    bool isAnswered() const { return answer_->isFinished(); }
+    /// What was printed for it; waits for the answer.
+    std::string printed() const {
+        EXPECT_TRUE(waitFor([this] { return isAnswered(); }));
+        if (!isAnswered()) return "no answer";
+        std::array<char, 4096> bytes{};
+        const ssize_t count = read(reading_.fileDescriptor(), bytes.data(), bytes.size());
+        return {bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
+    }
+
+  private:
+    QDBusPendingCall send(const QVariantList& arguments) const {
+        auto call = QDBusMessage::createMethodCall(InstanceProtocol::busName, InstanceProtocol::objectPath,
+                                                   InstanceProtocol::interface, InstanceProtocol::method);
+        call.setArguments(arguments);
+        return connection_.asyncCall(call);
+    }
+
+    QDBusConnection connection_;
+    QDBusUnixFileDescriptor reading_;
+    std::optional<QDBusPendingCall> answer_;
 };
 
 InstanceService::Work printing(std::string text, RequestResult result = {}) {
@@ -180,11 +227,11 @@ TEST_F(SingleInstanceTest, EndsPromptlyThoughItsReaderIsSlow) {
 }
 
 TEST_F(SingleInstanceTest, KeepsRequestsThatComeBeforeAnyoneCanAnswer) {
-    SecondStart early(bus_, {.verb = "first", .arguments = {}});
-    runLoopFor(200);
-    EXPECT_FALSE(early.hasEnded());
+    const RequestOverConnection early(bus_.connect(), {.verb = "first", .arguments = {}});
+    early.waitUntilArrived();
+    EXPECT_FALSE(early.isAnswered());
     answerWith(printing("answer"));
-    EXPECT_EQ(early.outcome().printed, "answer");
+    EXPECT_EQ(early.printed(), "answer");
 }
 
 TEST_F(SingleInstanceTest, MayAnswerLater) {
@@ -236,8 +283,10 @@ TEST(RunningInstance, IsNotThereWithoutABus) {
 TEST(RunningInstance, FailsARequestWhoseAnswerNeverComes) {
     TestBus bus;
     std::optional<SingleInstance> instance(std::in_place, bus.connect());
+    bool arrived = false;
+    instance->setHandler([&arrived](const InstanceRequest&, const auto&) { arrived = true; });
     SecondStart second(bus, {.verb = "search", .arguments = {}});
-    runLoopFor(200);
+    ASSERT_TRUE(waitFor([&] { return arrived; }));
     bus.stop();
     const Outcome outcome = second.outcome();
     ASSERT_TRUE(outcome.result);

@@ -48,7 +48,7 @@ TEST_F(IndexRebuilderTest, RebuildsWhenTheStreamTellsOfAFolder) {
 
 TEST_F(IndexRebuilderTest, TellsTheStreamOfEveryWalkBeforeTheNextOneBegins) {
     request(0);
-    rebuilder_->setNeedToRebuildIndexAgain(true);
+    changeMuchLater();
     endWalk();
     endWalk();
     EXPECT_THAT(folderEvents_.calls, ElementsAre("walk begins", "walk ended", "walk begins", "walk ended"));

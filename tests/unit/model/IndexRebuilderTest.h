@@ -85,6 +85,8 @@ class IndexRebuilderTest : public testing::Test {
             std::chrono::duration<double>(seconds));
         rebuilder_->folderEventsArrived(flags);
     }
+    /// A folder changes, long enough after the last change for a walk that runs to be too old for it.
+    void changeMuchLater() { deliver(5, {FolderEventFlag::isFolder}); }
 
     TemporaryFolder folder_;
     FolderIndexer indexer_;

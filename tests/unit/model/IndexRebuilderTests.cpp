@@ -161,6 +161,7 @@ TEST_F(IndexRebuilderTest, OnlyTakesTheReasonOfARequestThatComesDuringAWalk) {
     endWalk();
     EXPECT_THAT(observer_.calls, ElementsAre("progress hidden", rebuilt));
     EXPECT_FALSE(rebuilder_->indexIsRebuilding());
+    EXPECT_THAT(folderEvents_.calls, ElementsAre("walk begins", "walk ended"));
 }
 
 TEST_F(IndexRebuilderTest, EnablesThePickerThoughAnotherReasonTookThePlaceOfTheFirst) {
@@ -193,29 +194,32 @@ TEST_F(IndexRebuilderTest, RebuildsWhenTheIndexedFoldersChanged) {
 
 TEST_F(IndexRebuilderTest, ARequestDuringAWalkRevokesTheNextOne) {
     request(0);
-    rebuilder_->setNeedToRebuildIndexAgain(true);
+    changeMuchLater();
+    EXPECT_TRUE(rebuilder_->needToRebuildIndexAgain());
     request(1);
     endWalk();
     EXPECT_FALSE(rebuilder_->indexIsRebuilding());
+    EXPECT_THAT(folderEvents_.calls, ElementsAre("walk begins", "walk ended"));
 }
 
 TEST_F(IndexRebuilderTest, WalksAgainWhenMoreChangedDuringTheWalk) {
     request(0);
-    rebuilder_->setNeedToRebuildIndexAgain(true);
+    changeMuchLater();
     endWalk();
     EXPECT_TRUE(rebuilder_->indexIsRebuilding());
     EXPECT_FALSE(rebuilder_->needToRebuildIndexAgain());
     endWalk();
     EXPECT_FALSE(rebuilder_->indexIsRebuilding());
-    EXPECT_THAT(observer_.calls, ElementsAre("progress hidden", initialized, "picker enabled",
+    EXPECT_THAT(observer_.calls, ElementsAre(willBeRebuilt, "progress hidden", initialized, "picker enabled",
                                              "progress hidden", initialized, "picker enabled"));
+    EXPECT_THAT(folderEvents_.calls, ElementsAre("walk begins", "walk ended", "walk begins", "walk ended"));
 }
 
 TEST_F(IndexRebuilderTest, AChainOfWalksEndsAfterOneHundredAndOne) {
     request(2);
     int walks = 0;
     while (rebuilder_->indexIsRebuilding() && walks < 200) {
-        rebuilder_->setNeedToRebuildIndexAgain(true);
+        changeMuchLater();
         endWalk();
         ++walks;
     }
@@ -225,10 +229,10 @@ TEST_F(IndexRebuilderTest, AChainOfWalksEndsAfterOneHundredAndOne) {
 
 TEST_F(IndexRebuilderTest, AWalkWithTheCountOneHundredIsTheLastOfItsChain) {
     request(2, 99);
-    rebuilder_->setNeedToRebuildIndexAgain(true);
+    changeMuchLater();
     endWalk();
     EXPECT_TRUE(rebuilder_->indexIsRebuilding());
-    rebuilder_->setNeedToRebuildIndexAgain(true);
+    changeMuchLater();
     endWalk();
     EXPECT_FALSE(rebuilder_->indexIsRebuilding());
 }
