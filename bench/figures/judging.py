@@ -64,7 +64,7 @@ def figures_of(results: dict) -> list:
                    KEY_PRESS_MILLISECONDS, "ms", ".1f"),
             Figure(f"peak memory of the program, {size}", running["peak_bytes"] / 1e6, MEGABYTES, "MB", ".0f"),
             Figure(f"processor ticks in 10 idle seconds, {size}", running.get("idle_ticks"), IDLE_TICKS, "", ".0f"),
-            new_folder_figure(running, running["walk_seconds"] * 1000),
+            new_folder_figure(running, running.get("walk_milliseconds", 0)),
         ]  # fmt: skip
     if small := results.get("running_small"):
         figures.append(new_folder_figure(small, 0))
