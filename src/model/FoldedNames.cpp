@@ -37,6 +37,8 @@ FoldedNames::FoldedNames(const FolderTree& folders, std::vector<FolderNumber> or
         part = {};
     }
     names_.append(scanPaddingBytes, '\0');
+    order_.reserve(order_.size() + foldersReadAtOnce);
+    order_.resize(order_.size() + foldersReadAtOnce);
     countNamesByBlock();
 }
 
@@ -64,14 +66,16 @@ void FoldedNames::find(std::string_view folded, std::vector<FolderNumber>& found
         return frequencies_[static_cast<unsigned char>(folded[left])] <
                frequencies_[static_cast<unsigned char>(folded[right])];
     };
-    std::partial_sort(places.begin(), places.begin() + std::min<std::size_t>(probed, 2),
+    ScanText text{folded};
+    std::partial_sort(places.begin(),
+                      places.begin() + static_cast<std::ptrdiff_t>(std::min(probed, text.probes.size())),
                       places.begin() + static_cast<std::ptrdiff_t>(probed), rarer);
+    for (std::size_t i = 0; i < text.probes.size(); ++i) text.probes[i] = places[std::min(i, probed - 1)];
 
     const ScannedNames names{names_.data(), size_, namesBeforeBlock_.data(), order_.data()};
-    const ScanText text{folded, places[0], probed > 1 ? places[1] : places[0]};
     ScanPosition position;
-    std::array<FolderNumber, 4096> some;
-    while (const std::size_t count = scanNames(names, text, position, some.data(), some.size()))
+    std::array<FolderNumber, mostScannedAtOnce> some;
+    while (const std::size_t count = scanNames(names, text, position, some))
         found.insert(found.end(), some.begin(), some.begin() + static_cast<std::ptrdiff_t>(count));
 }
 

@@ -26,6 +26,7 @@ class FoldedNames {
   private:
     void countNamesByBlock();
 
+    /// And some more, which the scan needs.
     std::vector<FolderNumber> order_;
     std::string names_;
     /// Without the padding that the scan needs.

@@ -2,6 +2,7 @@
 
 #include "platform/ports/FolderList.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -11,6 +12,12 @@ namespace brimwick {
 /// Names lie in memory one after the other, each closed by a NUL. They are scanned in blocks of this many
 /// bytes.
 inline constexpr std::size_t scanBlockBytes = 64;
+/// So many blocks are scanned for the probes before the whole text is looked for.
+inline constexpr std::size_t blocksAtOnce = 64;
+/// A block ends no more names than it has bytes.
+inline constexpr std::size_t mostScannedAtOnce = blocksAtOnce * scanBlockBytes;
+/// So many numbers must follow those of the folders.
+inline constexpr std::size_t foldersReadAtOnce = 8;
 /// A probe lies in these first bytes of the text.
 inline constexpr std::size_t mostProbedBytes = 32;
 /// So many NULs must follow the last name.
@@ -23,15 +30,14 @@ struct ScannedNames {
     std::size_t size = 0;
     /// For every block, how many names end before it.
     const std::uint32_t* namesBeforeBlock = nullptr;
-    /// The folders that the names are of, in the same order.
+    /// The folders that the names are of, in the same order, with what must follow them.
     const FolderNumber* folders = nullptr;
 };
 
-/// A text without NULs, not empty, and the two places in it that are looked at first.
+/// A text without NULs, not empty, and the places in it that are looked at first.
 struct ScanText {
     std::string_view text;
-    std::size_t firstProbe = 0;
-    std::size_t secondProbe = 0;
+    std::array<std::size_t, 3> probes{};
 };
 
 /// How far a scan has come.
@@ -42,9 +48,8 @@ struct ScanPosition {
 };
 
 /// Goes on with a scan for the folders whose names contain the text, in the order of the names, each once.
-/// Writes them to `found`, which has room for `room`, at least one block's; yields how many these are. The
-/// scan is over when none are left for the position to come to: 0 was yielded.
+/// Yields how many it has put into `found`; the scan is over when there are none.
 std::size_t scanNames(const ScannedNames& names, const ScanText& text, ScanPosition& position,
-                      FolderNumber* found, std::size_t room);
+                      std::array<FolderNumber, mostScannedAtOnce>& found);
 
 } // namespace brimwick

@@ -5,8 +5,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <hwy/highway.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <random>
 #include <string>
@@ -54,9 +56,28 @@ std::string randomText(std::mt19937& random, std::size_t longest) {
     return text;
 }
 
+/// With each kind of vector instructions that this processor has.
+class FoldedNamesTest : public testing::TestWithParam<std::int64_t> {
+  protected:
+    FoldedNamesTest() { use(GetParam()); }
+    FoldedNamesTest(const FoldedNamesTest&) = delete;
+    FoldedNamesTest& operator=(const FoldedNamesTest&) = delete;
+    ~FoldedNamesTest() override { use(0); }
+
+  private:
+    static void use(std::int64_t target) {
+        hwy::SetSupportedTargetsForTest(target);
+        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Instructions, FoldedNamesTest,
+                         testing::ValuesIn(hwy::SupportedAndGeneratedTargets()),
+                         [](const auto& target) { return std::string(hwy::TargetName(target.param)); });
+
 } // namespace
 
-TEST(FoldedNames, FindsAllThatASlowSearchFinds) {
+TEST_P(FoldedNamesTest, FindsAllThatASlowSearchFinds) {
     std::mt19937 random(7);
     for (int round = 0; round < 60; ++round) {
         std::vector<std::string> list(1 + random() % 300);
@@ -70,7 +91,7 @@ TEST(FoldedNames, FindsAllThatASlowSearchFinds) {
     }
 }
 
-TEST(FoldedNames, FindsAWholeNameWhereverItLies) {
+TEST_P(FoldedNamesTest, FindsAWholeNameWhereverItLies) {
     for (std::size_t length = 1; length < 150; ++length) {
         std::vector<std::string> list;
         for (char first = 'a'; first <= 'f'; ++first) list.push_back(first + std::string(length - 1, 'x'));
@@ -81,21 +102,21 @@ TEST(FoldedNames, FindsAWholeNameWhereverItLies) {
     }
 }
 
-TEST(FoldedNames, FindsANameOnceHoweverOftenItHoldsTheText) {
+TEST_P(FoldedNamesTest, FindsANameOnceHoweverOftenItHoldsTheText) {
     const Names names({std::string(200, 'a'), "b", std::string(255, 'a')});
     EXPECT_THAT(names.find("a"), ElementsAre(1, 3));
     EXPECT_THAT(names.find("aa"), ElementsAre(1, 3));
     EXPECT_THAT(names.find("aaa"), ElementsAre(1, 3));
 }
 
-TEST(FoldedNames, FindsNothingAcrossTheEndOfAName) {
+TEST_P(FoldedNamesTest, FindsNothingAcrossTheEndOfAName) {
     const Names names({"ab", "cd"});
     EXPECT_THAT(names.find("bc"), IsEmpty());
     EXPECT_THAT(names.find(std::string("b\0c", 3)), IsEmpty());
     EXPECT_THAT(names.find(std::string("\0", 1)), IsEmpty());
 }
 
-TEST(FoldedNames, FindsMoreThanOneReadOfTheScanYields) {
+TEST_P(FoldedNamesTest, FindsMoreThanOneReadOfTheScanYields) {
     std::vector<std::string> list(20000);
     for (std::size_t i = 0; i < list.size(); ++i) list[i] = "n" + std::to_string(i);
     const Names names(list);
