@@ -1,6 +1,7 @@
 #include "MeasuredIndex.h"
 
 #include "model/FolderIndexer.h"
+#include "model/ScannedFolderName.h"
 
 #include <malloc.h>
 #include <sys/resource.h>
@@ -52,7 +53,8 @@ MeasuredIndex measureIndexOf(const std::string& folder) {
     const auto start = std::chrono::steady_clock::now();
 
     MeasuredIndex measured;
-    measured.index = indexOfFolders({folder}, [](std::string_view) {}, {});
+    ScannedFolderName scanned;
+    measured.index = indexOfFolders({folder}, [&scanned](std::string_view name) { scanned.set(name); }, {});
 
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
     measured.seconds = taken.count();
