@@ -37,8 +37,8 @@ FoldedNames::FoldedNames(const FolderTree& folders, std::vector<FolderNumber> or
         part = {};
     }
     names_.append(scanPaddingBytes, '\0');
-    order_.reserve(order_.size() + foldersReadAtOnce);
-    order_.resize(order_.size() + foldersReadAtOnce);
+    order_.reserve(order_.size() + scanPaddingFolders);
+    order_.resize(order_.size() + scanPaddingFolders);
     countNamesByBlock();
 }
 

@@ -67,9 +67,9 @@ HWY_INLINE std::uint64_t confirmed(std::uint64_t places, const ScannedNames& nam
 
 /// Writes the folders whose names are hits, given where these end and where all names end; yields how many.
 #if HWY_TARGET <= HWY_AVX3
-/// So many lie behind the last folder for it to read.
 HWY_INLINE std::size_t writeFolders(std::uint64_t endsOfHits, std::uint64_t ends, const FolderNumber* folders,
                                     FolderNumber* found) {
+    constexpr std::size_t foldersReadAtOnce = 8;
     const hn::CappedTag<FolderNumber, foldersReadAtOnce> numbers;
     std::uint64_t hits = _pext_u64(endsOfHits, ends);
     const std::size_t count = hwy::PopCount(hits);

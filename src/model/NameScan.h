@@ -16,8 +16,8 @@ inline constexpr std::size_t scanBlockBytes = 64;
 inline constexpr std::size_t blocksAtOnce = 64;
 /// A block ends no more names than it has bytes.
 inline constexpr std::size_t mostScannedAtOnce = blocksAtOnce * scanBlockBytes;
-/// So many numbers must follow those of the folders.
-inline constexpr std::size_t foldersReadAtOnce = 8;
+/// So many numbers must follow those of the folders: in the last block the padding looks like ends of names.
+inline constexpr std::size_t scanPaddingFolders = scanBlockBytes;
 /// A probe lies in these first bytes of the text.
 inline constexpr std::size_t mostProbedBytes = 32;
 /// So many NULs must follow the last name.
