@@ -41,6 +41,17 @@ TEST_F(FolderEventsTest, TellsARenameOnce) {
     EXPECT_THAT(flagsUpTo(renamed), ElementsAre(renamed));
 }
 
+TEST_F(FolderEventsTest, TellsARenameOnceThoughTheReaderWakesBetweenItsHalves) {
+    makeFolder("a");
+    start();
+    constexpr std::size_t renames = 2000;
+    for (std::size_t i = 0; i < renames; ++i) {
+        rename(i % 2 == 0 ? "a" : "b", i % 2 == 0 ? "b" : "a");
+        // The reader sleeps again, and is woken by the first half of the next one.
+        ASSERT_THAT(nextFlags(1), ElementsAre(renamed)) << "the rename " << i;
+    }
+}
+
 TEST_F(FolderEventsTest, TellsThatAFolderWasRemoved) {
     makeFolder("a/b");
     start();

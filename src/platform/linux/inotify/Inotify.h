@@ -42,10 +42,15 @@ class Inotify {
     /// After an add() that failed: whether that was for want of room for another watch, not for the folder.
     bool lacksRoom() const;
     void remove(WatchNumber watch) const;
-    /// Replaces `events` by the next batch, in order. Empty when nothing waits.
+    /// Replaces `events` by the next batch, in order. Empty when nothing waits. Where it would end with the
+    /// first half of a folder's rename, the other half gets a moment to arrive.
     void read(std::vector<InotifyEvent>& events);
 
   private:
+    /// Reads into the buffer from there on; yields how much of the buffer is used then, all when nothing
+    /// came.
+    std::size_t readMore(std::size_t start, std::vector<InotifyEvent>& events);
+
     FileDescriptor queue_;
     int error_ = 0;
     std::vector<char> buffer_;

@@ -3,6 +3,7 @@
 #include "platform/linux/inotify/FolderWatcher.h"
 #include "platform/linux/inotify/WatchingTexts.h"
 #include "platform/ports/ThreadPriority.h"
+#include "platform/ports/VectorRegisters.h"
 
 #include <pthread.h>
 
@@ -14,6 +15,7 @@ namespace {
 /// Of the calling thread alone.
 void becomeBackgroundThread() {
     pthread_setname_np(pthread_self(), "folder-events");
+    clearWideRegisters();
     lowerThreadPriority();
 }
 
