@@ -72,8 +72,33 @@ void FoldedNames::find(std::string_view folded, std::vector<FolderNumber>& found
                       places.begin() + static_cast<std::ptrdiff_t>(probed), rarer);
     for (std::size_t i = 0; i < text.probes.size(); ++i) text.probes[i] = places[std::min(i, probed - 1)];
 
-    const ScannedNames names{names_.data(), size_, namesBeforeBlock_.data(), order_.data()};
-    ScanPosition position;
+    const std::size_t middle = blockInTheMiddle();
+    if (middle == 0) return scan(text, 0, size_, found);
+    std::vector<FolderNumber> later;
+    inParallel(2, [&](unsigned number) {
+        if (number == 0)
+            scan(text, 0, middle * scanBlockBytes, found);
+        else
+            scan(text, middle, size_, later);
+    });
+    found.insert(found.end(), later.begin(), later.end());
+}
+
+/// One that begins with a name, so that what lies before it can be scanned by itself; 0 for none, and where
+/// another thread is not worth it.
+std::size_t FoldedNames::blockInTheMiddle() const {
+    constexpr std::size_t bytesWorthAThread = std::size_t{1} << 20U;
+    if (size_ < bytesWorthAThread || usualThreads() == 1) return 0;
+    const std::size_t blocks = size_ / scanBlockBytes;
+    for (std::size_t block = blocks / 2; block < blocks; ++block)
+        if (names_[block * scanBlockBytes - 1] == '\0') return block;
+    return 0;
+}
+
+void FoldedNames::scan(const ScanText& text, std::size_t firstBlock, std::size_t end,
+                       std::vector<FolderNumber>& found) const {
+    const ScannedNames names{names_.data(), end, namesBeforeBlock_.data(), order_.data()};
+    ScanPosition position{.block = firstBlock, .isInHit = false};
     std::array<FolderNumber, mostScannedAtOnce> some;
     while (const std::size_t count = scanNames(names, text, position, some))
         found.insert(found.end(), some.begin(), some.begin() + static_cast<std::ptrdiff_t>(count));

@@ -10,6 +10,8 @@
 
 namespace brimwick {
 
+struct ScanText;
+
 /// The folded names of folders, one after the other in a given order, made for finding those that contain a
 /// text in one pass. Never changes.
 class FoldedNames {
@@ -25,6 +27,10 @@ class FoldedNames {
 
   private:
     void countNamesByBlock();
+    std::size_t blockInTheMiddle() const;
+    /// From the first byte of a block, with which a name begins, up to the end of another name.
+    void scan(const ScanText& text, std::size_t firstBlock, std::size_t end,
+              std::vector<FolderNumber>& found) const;
 
     /// And some more, which the scan needs.
     std::vector<FolderNumber> order_;

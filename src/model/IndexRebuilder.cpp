@@ -2,6 +2,7 @@
 
 #include "model/FolderListing.h"
 #include "platform/ports/ThreadPriority.h"
+#include "platform/ports/VectorRegisters.h"
 
 #include <exception>
 #include <iostream>
@@ -53,6 +54,7 @@ void IndexRebuilder::startRebuildThread(BWInteger recursionCount) {
         walker_ = std::jthread([this, isFirst = !indexHasBeenInitialized_,
                                 rootPaths = indexer_.indexedFolderPaths(),
                                 recursionCount](const std::stop_token& stop) {
+            clearWideRegisters();
             // The user waits for the first index only.
             if (!isFirst) lowerThreadPriority();
             rebuildIndexWithObject(rootPaths, recursionCount, stop);

@@ -124,6 +124,29 @@ TEST_P(FoldedNamesTest, FindsMoreThanOneReadOfTheScanYields) {
     EXPECT_EQ(names.find("7"), names.findOneByOne("7"));
 }
 
+/// As many as several threads share.
+TEST(FoldedNames, OfAMegabyteAreFoundEachOnceAndInOrder) {
+    std::mt19937 random(11);
+    std::vector<std::string> list(90'000);
+    for (std::string& name : list) {
+        name.resize(1 + random() % 32);
+        for (char& letter : name) letter = static_cast<char>('a' + random() % 3);
+    }
+    const Names names(list);
+    const std::string_view bytes = names.folded().bytes();
+    ASSERT_GT(bytes.size(), 5U << 18U);
+    for (const std::string text : {"a", "c", "ab", "abc", "cab", "bbbb", "abcabc", "d"})
+        EXPECT_EQ(names.find(text), names.findOneByOne(text)) << text;
+
+    // Whatever they are split at, the names about the middle are whole, and nobody's twice.
+    const std::size_t start = bytes.rfind('\0', bytes.size() / 2 - 20'000) + 1;
+    for (std::size_t name = start; name < bytes.size() / 2 + 20'000; name = bytes.find('\0', name) + 1) {
+        const std::string text(bytes.data() + name);
+        if (text.size() < 20) continue;
+        EXPECT_THAT(names.find(text), testing::SizeIs(1)) << text;
+    }
+}
+
 TEST(FoldedNames, OfNothingFindNothing) {
     EXPECT_THAT(Names({}).find("a"), IsEmpty());
     EXPECT_EQ(Names({}).folded().bytes(), "");
