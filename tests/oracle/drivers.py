@@ -7,6 +7,6 @@ REPOSITORY = Path(__file__).resolve().parents[2]
 
 
 def driver(name: str) -> Path:
-    """Those of BRIMWICK_ORACLE_DRIVERS, or of the debug build."""
-    folder = os.environ.get("BRIMWICK_ORACLE_DRIVERS") or REPOSITORY / "build/debug/tests"
+    """Those of BRIMWICK_ORACLE_DRIVERS, or of the release build."""
+    folder = os.environ.get("BRIMWICK_ORACLE_DRIVERS") or REPOSITORY / "build/release/tests"
     return Path(folder) / name
