@@ -17,7 +17,7 @@ from .processes import Children
 from .screenshot import take_screenshot
 from .terminal import Terminal
 from .tray import start_tray
-from .window_manager import start_window_manager
+from .window_manager import OPENBOX, start_window_manager
 from .windows import Windows
 
 SURROUNDINGS = {
@@ -37,27 +37,27 @@ class Desktop:
     Each of `bus`, `tray` and `notifications` can be left out, as on a desktop that lacks it.
     """
 
-    def __init__(self, size=(2560, 1600), bus=True, tray=True, notifications=True):
+    def __init__(self, size=(2560, 1600), bus=True, tray=True, notifications=True, window_manager=OPENBOX):
         self._folder = tempfile.mkdtemp(prefix="brimwick-desktop-")
         self.account = Account(Path(self._folder))
         self.children = Children(self.account)
         try:
-            self._start(size, bus, tray, notifications)
+            self._start(size, bus, tray, notifications, window_manager)
         except BaseException:
             self.close()
             raise
 
-    def _start(self, size, bus, tray, notifications):
+    def _start(self, size, bus, tray, notifications, window_manager):
         self.children.environment.update(SURROUNDINGS)
         self.display = start_display(self.children, size)
         self.windows = Windows(self.display)
         set_bus_address(self.children, self.account)
         self.bus = start_bus(self.children, self.account) if bus else None
-        start_window_manager(self.children, self.account, self.windows)
+        start_window_manager(window_manager, self.children, self.account, self.windows)
         if tray:
             start_tray(self.children, self.account, self.windows)
         self.notifications = Notifications(self.children, self.account) if bus and notifications else None
-        self.keyboard = Keyboard(self.display)
+        self.keyboard = Keyboard(self.children, self.display)
         self.mouse = Mouse(self.display)
         self.clipboard = Clipboard(self.children, self.account)
         self.preferences = Preferences(self.account)

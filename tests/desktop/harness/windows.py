@@ -137,6 +137,22 @@ class Windows:
         found = [Window(self, child.id) for child in self.root.query_tree().children]
         return [window for window in found if wm_class in window.wm_class and window.is_viewable()]
 
+    def embedded(self, wm_class) -> list:
+        """The windows of one class inside windows of other programs, such as icons in a tray."""
+
+        def below(window):
+            try:
+                children = window.query_tree().children
+            except Xlib.error.XError:
+                return
+            for child in children:
+                yield child
+                yield from below(child)
+
+        found = [Window(self, inner.id) for child in self.root.query_tree().children for inner in below(child)]
+        managed = self.all()
+        return [w for w in found if wm_class in w.wm_class and w.is_viewable() and w not in managed]
+
     def pixels(self, area: Rectangle) -> bytes:
         """What the screen shows there."""
         return bytes(self.root.get_image(area.x, area.y, area.width, area.height, X.ZPixmap, 0xFFFFFFFF).data)
