@@ -1,39 +1,18 @@
 #include "app/BWApplication.h"
 
 #include "app/KeyDispatcher.h"
+#include "app/KeyEventReader.h"
 #include "model/RealHomeDirectory.h"
 
 #include <QIcon>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <qpa/qwindowsysteminterface.h>
 
 #include <cstdio>
 #include <exception>
 
 namespace brimwick {
-
-namespace {
-
-bool isModifierKey(int key) {
-    switch (key) {
-    case Qt::Key_Shift:
-    case Qt::Key_Control:
-    case Qt::Key_Alt:
-    case Qt::Key_AltGr:
-    case Qt::Key_Meta:
-    case Qt::Key_Super_L:
-    case Qt::Key_Super_R:
-    case Qt::Key_Hyper_L:
-    case Qt::Key_Hyper_R:
-    case Qt::Key_CapsLock:
-    case Qt::Key_NumLock:
-    case Qt::Key_ScrollLock:
-        return true;
-    default:
-        return false;
-    }
-}
-
-} // namespace
 
 BWApplication::BWApplication(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName("org.brimwick.Brimwick");
@@ -49,13 +28,19 @@ std::string BWApplication::realHomeDirectory() {
 
 bool BWApplication::notify(QObject* receiver, QEvent* event) {
     try {
-        // A key event passes here once for the window and again for each widget: the first time decides.
         const QEvent::Type type = event->type();
         const bool isKey =
             type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride;
-        if (isKey && dispatcher_ != nullptr && receiver->isWindowType() &&
-            dispatchKey(*static_cast<QKeyEvent*>(event)))
-            return true;
+        // A key comes to the window, and by it to the widget; from some input methods to the widget alone.
+        const bool comesIn = receiver->isWindowType() || receiver == focusObject();
+        if (isKey && comesIn && event != keyUnderWay_ && dispatcher_ != nullptr) {
+            const QScopedValueRollback<const QEvent*> underWay(keyUnderWay_, event);
+            return dispatchKey(*static_cast<QKeyEvent*>(event)) || QApplication::notify(receiver, event);
+        }
+        // Composed text is sent at once, ahead of the keys that were typed before it and still wait; those
+        // that wait while a key is acted on were typed after it.
+        if (type == QEvent::InputMethod && keyUnderWay_ == nullptr)
+            QWindowSystemInterface::flushWindowSystemEvents();
         return QApplication::notify(receiver, event);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "brimwick: %s\n", failure.what());
@@ -64,8 +49,8 @@ bool BWApplication::notify(QObject* receiver, QEvent* event) {
 }
 
 bool BWApplication::dispatchKey(QKeyEvent& event) {
-    if (isModifierKey(event.key())) return false;
-    const KeyEvent key = keyEvent(event);
+    const KeyEvent key = keyEvents_->read(event);
+    if (KeyEventReader::isModifierKey(event)) return false;
     bool swallowed = false;
     switch (event.type()) {
     case QEvent::KeyPress:

@@ -9,6 +9,7 @@ class QKeyEvent;
 namespace brimwick {
 
 class KeyDispatcher;
+class KeyEventReader;
 
 /// The application object: every key press and release goes to the dispatcher before any window.
 class BWApplication : public QApplication {
@@ -19,8 +20,11 @@ class BWApplication : public QApplication {
     static std::string realHomeDirectory();
     /// Ends the program. Unlike quit() it asks no window first: ours answer every close by hiding.
     static void terminate() { exit(0); }
-    /// Not owned; null while there is none.
-    void setKeyDispatcher(KeyDispatcher* dispatcher) { dispatcher_ = dispatcher; }
+    /// Not owned; both null while there are none.
+    void setKeyDispatcher(KeyDispatcher* dispatcher, KeyEventReader* keyEvents) {
+        dispatcher_ = dispatcher;
+        keyEvents_ = keyEvents;
+    }
 
     bool notify(QObject* receiver, QEvent* event) override;
 
@@ -28,6 +32,9 @@ class BWApplication : public QApplication {
     bool dispatchKey(QKeyEvent& event);
 
     KeyDispatcher* dispatcher_ = nullptr;
+    KeyEventReader* keyEvents_ = nullptr;
+    /// The one that was dispatched and is on its way to its widget; null when there is none.
+    const QEvent* keyUnderWay_ = nullptr;
 };
 
 } // namespace brimwick

@@ -14,8 +14,8 @@ BWModel::BWModel(const Ports& ports, UserNotifications& notifications, Resources
       preferences_(appSupportRootPath_, std::move(resources), folderIndexer_.indexedFolders()),
       folderSearch_(folderIndexer_),
       indexRebuilder_(folderIndexer_, preferences_, ports.mainLoop, ports.folderEvents),
-      sounds_(ports.sounds, std::move(random)), hotKeyCenter_(ports.hotKeys),
-      hotKeys_(hotKeyCenter_, preferences_) {
+      sounds_(ports.sounds, std::move(random)), hotKeyRegistry_(ports.hotKeys),
+      hotKeys_(hotKeyRegistry_, preferences_) {
     if (!makeBrimwickFolder())
         notifications.sendUserNotification(
             "ERROR: Could not create Brimwick folder in you Application Support folder.");

@@ -4,8 +4,8 @@
 #include "actions/BWStack.h"
 #include "feedback/SoundBox.h"
 #include "feedback/UserNotifications.h"
-#include "hotkeys/BWHotKeyCenter.h"
 #include "hotkeys/HotKeyApplication.h"
+#include "hotkeys/HotKeyRegistry.h"
 #include "model/FolderIndexer.h"
 #include "model/FolderSearch.h"
 #include "model/IndexRebuilder.h"
@@ -60,7 +60,7 @@ class BWModel {
     FolderSearch folderSearch_;
     IndexRebuilder indexRebuilder_;
     SoundBox sounds_;
-    BWHotKeyCenter hotKeyCenter_;
+    HotKeyRegistry hotKeyRegistry_;
     HotKeyApplication hotKeys_;
     BWStack<BWAction> undoStack_;
     BWStack<BWAction> redoStack_;

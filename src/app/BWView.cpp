@@ -1,5 +1,7 @@
 #include "app/BWView.h"
 
+#include "app/BWApplication.h"
+
 #include <QLineEdit>
 
 namespace brimwick {
@@ -7,7 +9,13 @@ namespace brimwick {
 BWView::BWView(BWModel& model, const Ports& ports, UserNotifications& notifications,
                WorkspaceNotificationCenter& notificationCenter, const EntryIcons& icons, Resources resources)
     : model_(model), notifications_(notifications), notificationCenter_(notificationCenter),
-      resources_(std::move(resources)),
+      keyboardLayout_(ports.keyboardLayout), resources_(std::move(resources)),
+      preferences_({model.preferences(), model.hotKeys(), model.folderIndexer().indexedFolders(),
+                    ports.keyboardLayout, ports.mainLoop, ports.windowSystem,
+                    [this] {
+                        if (!picker_.isInPhantomMode()) picker_.wickWindowCloseButtonWasPressed();
+                    },
+                    [this] { setMenuItemKeyEquivalents(); }, BWApplication::terminate}),
       picker_(PickerSurroundings{
           model.preferences(), model.folderSearch(), model.undoStack(), model.sounds(), notifications,
           ports.fileManager, ports.windowSystem, notificationCenter, icons, model.homeDirectory(),
@@ -16,16 +24,36 @@ BWView::BWView(BWModel& model, const Ports& ports, UserNotifications& notificati
           [this] { showRebuildIndexProgressIndicator(); }, [this] { preferences_.hidePreferences(); }}),
       statusMenu_(
           model.undoStack(), model.redoStack(),
-          [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); }),
-      keyDispatcher_(picker_, preferences_),
+          [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); },
+          [this] {
+              picker_.wickWindow().setPhantomMode(true);
+              preferences_.showPreferences();
+          }),
+      keyDispatcher_(picker_, preferences_), keyEvents_(ports.keyboardLayout),
       requests_(ports.instance, model.folderIndexer(), model.indexRebuilder()) {
     model_.indexRebuilder().setObserver(*this);
-    model_.hotKeys().setInvocation(
-        [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); });
+    model_.hotKeys().setInvocation([this](Mode mode) { hotKeyWasReleased(mode); });
+    keyboardLayout_.setChangedHandler([this] {
+        preferences_.hotKeyFields().refresh();
+        setMenuItemKeyEquivalents();
+    });
 }
 
 BWView::~BWView() {
+    keyboardLayout_.setChangedHandler(nullptr);
     model_.hotKeys().setInvocation(nullptr);
+}
+
+void BWView::hotKeyWasReleased(Mode mode) {
+    // Whoever presses one of the hot keys there means to record it.
+    if (preferences_.takesHotKeys())
+        preferences_.hotKeyFields().showHotKeyErrorMessage("Duplicate shortcut");
+    else
+        picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr);
+}
+
+void BWView::setMenuItemKeyEquivalents() {
+    statusMenu_.setMenuItemKeyEquivalents(model_.preferences(), keyboardLayout_);
 }
 
 void BWView::initializeUserInterface() {
@@ -39,6 +67,8 @@ void BWView::initializeUserInterface() {
     initializeNotificationCenter();
     picker_.restoreWindowSize();
     picker_.wickWindow().setPhantomMode(true);
+    preferences_.preferencesWindow().setPhantomMode(true);
+    setMenuItemKeyEquivalents();
     preferences_.enableDisablePreferencesWindowControls();
     updates_.checkForUpdate();
     preferencesUIHasBeenInitialized_ = true;

@@ -2,6 +2,7 @@
 
 #include "app/BWModel.h"
 #include "app/KeyDispatcher.h"
+#include "app/KeyEventReader.h"
 #include "app/RequestDispatcher.h"
 #include "app/StatusMenu.h"
 #include "feedback/UserNotifications.h"
@@ -32,7 +33,9 @@ class BWView : public RebuildObserver {
 
     PickerController& picker() { return picker_; }
     StatusMenu& statusMenu() { return statusMenu_; }
+    PreferencesController& preferences() { return preferences_; }
     KeyDispatcher& keyDispatcher() { return keyDispatcher_; }
+    KeyEventReader& keyEvents() { return keyEvents_; }
 
     void showRebuildIndexProgressIndicator() override;
     void hideRebuildIndexProgressIndicator() override;
@@ -50,16 +53,20 @@ class BWView : public RebuildObserver {
 
   private:
     void initializeNotificationCenter();
+    void hotKeyWasReleased(Mode mode);
+    void setMenuItemKeyEquivalents();
 
     BWModel& model_;
     UserNotifications& notifications_;
     WorkspaceNotificationCenter& notificationCenter_;
+    KeyboardLayout& keyboardLayout_;
     Resources resources_;
     PreferencesController preferences_;
     UpdateController updates_;
     PickerController picker_;
     StatusMenu statusMenu_;
     KeyDispatcher keyDispatcher_;
+    KeyEventReader keyEvents_;
     RequestDispatcher requests_;
     bool preferencesUIHasBeenInitialized_ = false;
     bool actionsEnabled_ = false;

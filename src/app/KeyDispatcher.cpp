@@ -1,6 +1,5 @@
 #include "app/KeyDispatcher.h"
 
-#include "hotkeys/BWHotKeyCenter.h"
 #include "picker/BWWickTableView.h"
 #include "picker/PickerController.h"
 #include "picker/PickerGeometry.h"
@@ -12,91 +11,112 @@
 namespace brimwick {
 
 bool KeyDispatcher::pickerIsKeyWindow() const {
-    return QApplication::activePopupWidget() == nullptr &&
+    return !picker_.isInPhantomMode() && QApplication::activePopupWidget() == nullptr &&
            QApplication::activeWindow() == &picker_.wickWindow();
 }
 
-std::optional<KeyDispatcher::Command> KeyDispatcher::pickerCommand(const KeyEvent& event) const {
-    if (!pickerIsKeyWindow()) return std::nullopt;
-    const bool command = (event.modifierFlags & ModifierFlag::command) != 0;
-    const bool shift = (event.modifierFlags & ModifierFlag::shift) != 0;
-    QLineEdit* field = picker_.controls().searchField;
-    const auto moveBy = [this](std::int64_t rows) {
-        return [this, rows] { picker_.selectSearchResultsRow(picker_.selectedSearchResultsRow() + rows); };
-    };
-    const std::int64_t page = rowsPerPage(picker_.controls().searchResultsTableView->height());
-    const auto inField = [field](auto edit) { return [field, edit] { (field->*edit)(); }; };
-
-    switch (event.keyCode) {
-    case KeyCode::pageDown:
-        return moveBy(page);
-    case KeyCode::pageUp:
-        return moveBy(-page);
-    case KeyCode::downArrow:
-        if (!shift) return moveBy(1);
-        break;
-    case KeyCode::upArrow:
-        if (!shift) return moveBy(-1);
-        break;
-    case KeyCode::escape:
-        return [this] { picker_.wickWindowCloseButtonWasPressed(); };
-    case KeyCode::comma:
-        if (command)
-            return [this] {
-                picker_.wickWindow().setPhantomMode(true);
-                preferences_.showPreferences();
-            };
-        break;
-    case KeyCode::returnKey:
-    case KeyCode::keypadEnter:
-        return [this] { picker_.wickWindowMoveButtonWasPressed(); };
-    case KeyCode::a:
-        if (command) return inField(&QLineEdit::selectAll);
-        break;
-    case KeyCode::z:
-        if (command && field->isUndoAvailable()) return inField(&QLineEdit::undo);
-        break;
-    case KeyCode::x:
-        if (command) return inField(&QLineEdit::cut);
-        break;
-    case KeyCode::c:
-        if (command) return inField(&QLineEdit::copy);
-        break;
-    case KeyCode::v:
-        if (command) return inField(&QLineEdit::paste);
-        break;
-    case KeyCode::w:
-        if (command) return [this] { picker_.wickWindowCloseButtonWasPressed(); };
-        break;
-    default:
-        break;
-    }
-    return std::nullopt;
+bool KeyDispatcher::canUndo() const {
+    return picker_.controls().searchField->isUndoAvailable();
 }
 
 bool KeyDispatcher::handleKeyDown(const KeyEvent& event) {
-    if (const auto command = pickerCommand(event)) {
-        (*command)();
-        return true;
+    if (pickerIsKeyWindow()) return handleInPicker(event);
+    return preferences_.takesKeys() && handleInPreferences(event);
+}
+
+bool KeyDispatcher::wouldHandleKeyDown(const KeyEvent& event) const {
+    if (pickerIsKeyWindow()) {
+        const PickerKey key = pickerKey(event, canUndo());
+        return key != PickerKey::Other && key != PickerKey::PassOn;
     }
-    if (pickerIsKeyWindow()) picker_.refresh();
+    if (!preferences_.takesKeys()) return false;
+    return preferencesKey(event, preferences_.place()) != PreferencesKey::Record ||
+           preferences_.hotKeyFields().wouldRecordKeyDown(event);
+}
+
+bool KeyDispatcher::handleKeyUp(const KeyEvent& event) {
+    if (pickerIsKeyWindow()) return pickerSwallowsKeyUp(event);
+    if (preferences_.takesKeys()) preferences_.enableDisablePreferencesWindowControls();
     return false;
 }
 
-bool KeyDispatcher::handleKeyUp(const KeyEvent& event) const {
-    if (!pickerIsKeyWindow()) return false;
-    switch (event.keyCode) {
-    case KeyCode::returnKey:
-    case KeyCode::keypadEnter:
-    case KeyCode::escape:
-    case KeyCode::pageUp:
-    case KeyCode::pageDown:
-    case KeyCode::downArrow:
-    case KeyCode::upArrow:
-        return true;
-    default:
+bool KeyDispatcher::handleInPicker(const KeyEvent& event) {
+    QLineEdit* const field = picker_.controls().searchField;
+    const std::int64_t row = picker_.selectedSearchResultsRow();
+    const std::int64_t page = rowsPerPage(picker_.controls().searchResultsTableView->height());
+    switch (pickerKey(event, canUndo())) {
+    case PickerKey::PageDown:
+        picker_.selectSearchResultsRow(row + page);
+        break;
+    case PickerKey::PageUp:
+        picker_.selectSearchResultsRow(row - page);
+        break;
+    case PickerKey::Down:
+        picker_.selectSearchResultsRow(row + 1);
+        break;
+    case PickerKey::Up:
+        picker_.selectSearchResultsRow(row - 1);
+        break;
+    case PickerKey::Close:
+        picker_.wickWindowCloseButtonWasPressed();
+        break;
+    case PickerKey::ShowPreferences:
+        picker_.wickWindow().setPhantomMode(true);
+        preferences_.showPreferences();
+        break;
+    case PickerKey::Confirm:
+        picker_.wickWindowMoveButtonWasPressed();
+        break;
+    case PickerKey::SelectAll:
+        field->selectAll();
+        break;
+    case PickerKey::Undo:
+        field->undo();
+        break;
+    case PickerKey::Cut:
+        field->cut();
+        break;
+    case PickerKey::Copy:
+        field->copy();
+        break;
+    case PickerKey::Paste:
+        field->paste();
+        break;
+    case PickerKey::PassOn:
+        return false;
+    case PickerKey::Other:
+        picker_.refresh();
         return false;
     }
+    return true;
+}
+
+bool KeyDispatcher::handleInPreferences(const KeyEvent& event) {
+    switch (preferencesKey(event, preferences_.place())) {
+    case PreferencesKey::Record:
+        return preferences_.hotKeyFields().recordKeyDown(event);
+    case PreferencesKey::Close:
+        preferences_.preferencesWindowCloseButtonWasPressed();
+        break;
+    case PreferencesKey::SelectIndexedFolder:
+        preferences_.selectIndexedFolder();
+        break;
+    case PreferencesKey::RemoveIndexedFolder:
+        preferences_.removeIndexedFolder();
+        break;
+    case PreferencesKey::FocusNext:
+        preferences_.moveFocus(true);
+        break;
+    case PreferencesKey::FocusPrevious:
+        preferences_.moveFocus(false);
+        break;
+    // The notifications tab has no controls yet.
+    case PreferencesKey::ToggleAnimationStyle:
+    case PreferencesKey::ToggleNotification:
+    case PreferencesKey::Nothing:
+        break;
+    }
+    return true;
 }
 
 } // namespace brimwick

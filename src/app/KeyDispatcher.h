@@ -1,9 +1,6 @@
 #pragma once
 
-#include "app/KeyEvent.h"
-
-#include <functional>
-#include <optional>
+#include "hotkeys/KeyRules.h"
 
 namespace brimwick {
 
@@ -20,15 +17,15 @@ class KeyDispatcher {
     /// Acts on a press; true when it is swallowed.
     bool handleKeyDown(const KeyEvent& event);
     /// True when a release is swallowed.
-    bool handleKeyUp(const KeyEvent& event) const;
+    bool handleKeyUp(const KeyEvent& event);
     /// Whether `handleKeyDown` would swallow the press. Does nothing else.
-    bool wouldHandleKeyDown(const KeyEvent& event) const { return pickerCommand(event).has_value(); }
+    bool wouldHandleKeyDown(const KeyEvent& event) const;
 
   private:
-    using Command = std::function<void()>;
-    /// What the key means in the picker; nothing when it is passed on, or the picker is not the key window.
-    std::optional<Command> pickerCommand(const KeyEvent& event) const;
     bool pickerIsKeyWindow() const;
+    bool canUndo() const;
+    bool handleInPicker(const KeyEvent& event);
+    bool handleInPreferences(const KeyEvent& event);
 
     PickerController& picker_;
     PreferencesController& preferences_;

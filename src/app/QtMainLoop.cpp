@@ -1,11 +1,40 @@
 #include "app/QtMainLoop.h"
 
 #include <QMetaObject>
+#include <QTimer>
 
 namespace brimwick {
 
+namespace {
+
+class QtRepeatingTimer : public RepeatingTimer {
+  public:
+    /// The parent deletes the timer at the latest, should no loop run any more that does.
+    QtRepeatingTimer(QObject& parent, std::chrono::milliseconds interval, std::function<void()> tick)
+        : timer_(new QTimer(&parent)) {
+        timer_->setTimerType(Qt::PreciseTimer);
+        // The function lives in the connection, and so as long as the timer that calls it.
+        QObject::connect(timer_.get(), &QTimer::timeout, timer_.get(), std::move(tick));
+        timer_->start(interval);
+    }
+    ~QtRepeatingTimer() override { timer_->stop(); }
+
+  private:
+    struct DeleteLater {
+        void operator()(QTimer* timer) const { timer->deleteLater(); }
+    };
+    std::unique_ptr<QTimer, DeleteLater> timer_;
+};
+
+} // namespace
+
 void QtMainLoop::post(std::function<void()> task) {
     QMetaObject::invokeMethod(&receiver_, std::move(task), Qt::QueuedConnection);
+}
+
+std::unique_ptr<RepeatingTimer> QtMainLoop::repeatEvery(std::chrono::milliseconds interval,
+                                                        std::function<void()> tick) {
+    return std::make_unique<QtRepeatingTimer>(receiver_, interval, std::move(tick));
 }
 
 } // namespace brimwick

@@ -10,6 +10,8 @@ namespace brimwick {
 class QtMainLoop : public MainLoop {
   public:
     void post(std::function<void()> task) override;
+    std::unique_ptr<RepeatingTimer> repeatEvery(std::chrono::milliseconds interval,
+                                                std::function<void()> tick) override;
     std::chrono::system_clock::time_point now() const override { return std::chrono::system_clock::now(); }
 
   private:

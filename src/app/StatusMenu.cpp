@@ -1,6 +1,8 @@
 #include "app/StatusMenu.h"
 
 #include "app/BWApplication.h"
+#include "app/MenuShortcut.h"
+#include "hotkeys/StoredHotKey.h"
 
 #include <QAction>
 #include <QApplication>
@@ -23,8 +25,9 @@ StatusMenu::~StatusMenu() {
 }
 
 StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack,
-                       std::function<void(Mode)> invoke)
+                       std::function<void(Mode)> invoke, std::function<void()> showPreferences)
     : undoStack_(undoStack), redoStack_(redoStack), invoke_(std::move(invoke)),
+      showPreferences_(std::move(showPreferences)),
       MoveFilesMenuItem_(addItem("Move Files...", &StatusMenu::moveFilesMenuItemSelected)),
       bwCopyFilesMenuItem_(addItem("Copy Files...", &StatusMenu::bwCopyFilesMenuItemSelected)),
       OpenFolderMenuItem_(addItem("Open Folder...", &StatusMenu::openFolderMenuItemSelected)) {
@@ -32,6 +35,7 @@ StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStac
     undoMenuItem_ = addItem("Undo", &StatusMenu::undoMenuItemSelected);
     redoMenuItem_ = addItem("Redo", &StatusMenu::redoMenuItemSelected);
     statusMenu_.addSeparator();
+    preferencesMenuItem_ = addItem("Preferences...", &StatusMenu::preferencesMenuItemSelected);
     aboutMenuItem_ = addItem("About Brimwick", &StatusMenu::aboutMenuItemSelected);
     addItem("Quit Brimwick", &StatusMenu::quitMenuItemSelected);
     for (QAction* item : {MoveFilesMenuItem_, bwCopyFilesMenuItem_, OpenFolderMenuItem_, aboutMenuItem_})
@@ -64,6 +68,16 @@ void StatusMenu::bindStacks() {
 void StatusMenu::enableActions() {
     for (QAction* item : {MoveFilesMenuItem_, OpenFolderMenuItem_, bwCopyFilesMenuItem_, aboutMenuItem_})
         item->setEnabled(true);
+}
+
+void StatusMenu::setMenuItemKeyEquivalents(const PreferencesStore& preferences, KeyboardLayout& layout) {
+    const auto show = [&](QAction* item, Mode mode) {
+        const StoredHotKey stored = storedHotKey(preferences, mode);
+        item->setShortcut(menuShortcut(layout, stored.keyCode, stored.modifierFlags));
+    };
+    show(OpenFolderMenuItem_, BWModeOpen);
+    show(bwCopyFilesMenuItem_, BWModeCopy);
+    show(MoveFilesMenuItem_, BWModeMove);
 }
 
 bool StatusMenu::showMessage(const std::string& title, const std::string& text) {

@@ -3,7 +3,9 @@
 #include "actions/BWAction.h"
 #include "actions/BWStack.h"
 #include "model/Mode.h"
+#include "model/PreferencesStore.h"
 #include "model/Resources.h"
+#include "platform/ports/KeyboardLayout.h"
 
 #include <QMenu>
 #include <QSystemTrayIcon>
@@ -18,8 +20,10 @@ namespace brimwick {
 /// The status item and the menu behind it. Main thread only.
 class StatusMenu {
   public:
-    /// The stacks outlive the menu. `invoke` opens the picker in a mode.
-    StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack, std::function<void(Mode)> invoke);
+    /// The stacks outlive the menu. `invoke` opens the picker in a mode, `showPreferences` the preferences in
+    /// its place.
+    StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack, std::function<void(Mode)> invoke,
+               std::function<void()> showPreferences);
 
     StatusMenu(const StatusMenu&) = delete;
     StatusMenu& operator=(const StatusMenu&) = delete;
@@ -30,6 +34,8 @@ class StatusMenu {
     /// Ties Undo and Redo to their stacks; both are disabled from now on until a stack says otherwise.
     void bindStacks();
     void enableActions();
+    /// Shows the stored hot keys beside their items. They are there to be read: no item acts on its keys.
+    void setMenuItemKeyEquivalents(const PreferencesStore& preferences, KeyboardLayout& layout);
     /// A message of the status item's own; false when there is no tray to show it.
     bool showMessage(const std::string& title, const std::string& text);
 
@@ -38,6 +44,7 @@ class StatusMenu {
     void openFolderMenuItemSelected() { invoke_(BWModeOpen); }
     void undoMenuItemSelected();
     void redoMenuItemSelected();
+    void preferencesMenuItemSelected() { showPreferences_(); }
     void aboutMenuItemSelected();
     void quitMenuItemSelected();
 
@@ -52,12 +59,14 @@ class StatusMenu {
     BWStack<BWAction>& undoStack_;
     BWStack<BWAction>& redoStack_;
     std::function<void(Mode)> invoke_;
+    std::function<void()> showPreferences_;
     QMenu statusMenu_;
     QAction* MoveFilesMenuItem_;
     QAction* bwCopyFilesMenuItem_;
     QAction* OpenFolderMenuItem_;
     QAction* undoMenuItem_;
     QAction* redoMenuItem_;
+    QAction* preferencesMenuItem_;
     QAction* aboutMenuItem_;
     QSystemTrayIcon statusItem_;
     std::unique_ptr<QMessageBox> about_;

@@ -79,10 +79,10 @@ int runProgram(int argc, char** argv) {
     platform.setNotificationFallback([&brimwick](const DesktopNotification& notification) {
         brimwick.view().statusMenu().showMessage(notification.summary, notification.body);
     });
-    application.setKeyDispatcher(&brimwick.view().keyDispatcher());
+    application.setKeyDispatcher(&brimwick.view().keyDispatcher(), &brimwick.view().keyEvents());
     const QuitSignals quitSignals(BWApplication::terminate);
     const int result = BWApplication::exec();
-    application.setKeyDispatcher(nullptr);
+    application.setKeyDispatcher(nullptr, nullptr);
     platform.setNotificationFallback(nullptr);
     return result;
 }

@@ -1,59 +1,48 @@
 #pragma once
 
-#include "platform/ports/HotKeyService.h"
-
-#include <cstdint>
-#include <functional>
-#include <memory>
-#include <vector>
+#include "hotkeys/HotKeyRegistry.h"
 
 namespace brimwick {
 
-/// Modifier flags of key events and hot keys.
-namespace ModifierFlag {
-inline constexpr std::uint64_t shift = 0x20000;
-inline constexpr std::uint64_t control = 0x40000;
-inline constexpr std::uint64_t option = 0x80000;
-inline constexpr std::uint64_t command = 0x100000;
-} // namespace ModifierFlag
-
-/// The registry of the system-wide hot keys. Main thread only.
+/// Registers system-wide hot keys and takes them back. Every centre of one registry sees the same hot keys.
+/// Main thread only.
 class BWHotKeyCenter {
   public:
-    /// Called with the release of the hot key.
-    using Task = std::function<void(const HotKeyRelease&)>;
+    using Predicate = std::function<bool(const BWHotKey&)>;
+    using HotKeys = std::vector<std::shared_ptr<const BWHotKey>>;
 
-    /// The service must outlive the centre, which takes its releases.
-    explicit BWHotKeyCenter(HotKeyService& service);
-    BWHotKeyCenter(const BWHotKeyCenter&) = delete;
-    BWHotKeyCenter& operator=(const BWHotKeyCenter&) = delete;
-    ~BWHotKeyCenter();
+    /// The registry must outlive the centre.
+    explicit BWHotKeyCenter(HotKeyRegistry& registry) : registry_(registry) {}
 
+    HotKeys hotKeysMatchingPredicate(const Predicate& predicate) const;
     bool hasRegisteredHotKeyWithKeyCodeModifierFlags(std::uint16_t keyCode,
                                                      std::uint64_t modifierFlags) const;
-    /// False when the combination is registered already or the desktop refuses it; nothing changes then.
+    /// False when the combination is registered already or the desktop refuses it; nothing changes then, and
+    /// refusal() has the reason.
     bool registerHotKeyWithKeyCodeModifierFlagsTask(std::uint16_t keyCode, std::uint64_t modifierFlags,
-                                                    Task task);
-    /// Ignored when the combination is not registered.
+                                                    HotKeyTask task);
+    /// The same for an action that is sent to a target with an object.
+    bool registerHotKeyWithKeyCodeModifierFlagsTargetActionObject(std::uint16_t keyCode,
+                                                                  std::uint64_t modifierFlags,
+                                                                  std::shared_ptr<HotKeyTarget> target,
+                                                                  std::string action, std::string object);
+    /// As a sentence for the user; empty when this centre's last registration succeeded.
+    const std::string& refusal() const { return refusal_; }
+
+    void unregisterHotKeysMatchingPredicate(const Predicate& predicate);
+    /// Throws std::invalid_argument, "Invalid hotkey", for an object that is not of the registry's own class.
+    void unregisterHotKey(const BWHotKey& hotKey);
+    void unregisterHotKeysWithTarget(const HotKeyTarget* target);
+    void unregisterHotKeysWithTargetAction(const HotKeyTarget* target, const std::string& action);
     void unregisterHotKeyWithKeyCodeModifierFlags(std::uint16_t keyCode, std::uint64_t modifierFlags);
 
+    HotKeys registeredHotKeys() const;
+
   private:
-    struct RegisteredHotKey {
-        std::uint16_t keyCode;
-        std::uint64_t modifierFlags;
-        Task task;
-        std::uint32_t identifier;
-        std::unique_ptr<HotKeyGrab> grab;
-    };
+    bool registerHotKey(std::uint16_t keyCode, std::uint64_t modifierFlags, HotKeyInvocation invocation);
 
-    void hotKeyWasReleased(const HotKeyRelease& release) const;
-
-    HotKeyService& service_;
-    std::vector<RegisteredHotKey> hotKeys_;
-    std::uint32_t nextIdentifier_ = 1;
+    HotKeyRegistry& registry_;
+    std::string refusal_;
 };
-
-/// The modifiers of a registration for the flags of a hot key; every other flag is left out.
-std::uint32_t hotKeyModifiers(std::uint64_t modifierFlags);
 
 } // namespace brimwick

@@ -39,6 +39,7 @@ void BWWickWindow::setPhantomMode(bool phantomMode) {
     learnMargins();
     placeOnScreen();
     windowSystem_.prepareToShow(winId());
+    inputBarrier_.guard(*windowHandle());
     show();
     makeKeyAndOrderFront();
 }

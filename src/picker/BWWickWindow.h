@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/WorkspaceNotificationCenter.h"
+#include "picker/InputBarrier.h"
 #include "platform/ports/WindowSystem.h"
 
 #include <QWidget>
@@ -58,6 +59,7 @@ class BWWickWindow : public QWidget {
     std::function<void()> layout_;
     std::function<void()> didResignKey_;
     bool phantomMode_ = false;
+    InputBarrier inputBarrier_{[this] { return phantomMode_; }};
     double frameY_ = 0;
     QSize requestedFrame_;
     QSize minimumFrame_;

@@ -8,6 +8,7 @@ import pytest
 
 from filing import Filing
 from harness import Desktop
+from harness.window_manager import OPENBOX
 
 
 @pytest.hookimpl(hookwrapper=True)
@@ -24,7 +25,11 @@ def desktop(request):
     The test fails if brimwick crashed, does not end with 0, or wrote a line to stderr that was not announced.
     """
     marker = request.node.get_closest_marker("desktop")
-    with Desktop(**(marker.kwargs if marker else {})) as desktop:
+    wanted = marker.kwargs if marker else {}
+    window_manager = wanted.get("window_manager", OPENBOX)
+    if not shutil.which(window_manager):
+        pytest.skip(f"{window_manager} is not installed")
+    with Desktop(**wanted) as desktop:
         yield desktop
         if getattr(request.node, "failed", True):
             _keep_evidence(desktop, request.node.name)

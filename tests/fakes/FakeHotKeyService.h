@@ -36,17 +36,18 @@ class FakeHotKeyService : public HotKeyService {
     }
 
     /// As though the user pressed and released the combination. False when nobody holds it.
-    bool pressAndRelease(std::uint16_t keyCode, std::uint32_t modifiers) {
+    bool pressAndRelease(std::uint16_t keyCode, std::uint32_t modifiers, HotKeyRelease release = {}) {
         for (const Held& one : *held) {
             if (one.keyCode != keyCode || one.modifiers != modifiers) continue;
-            if (handler_) handler_({one.identifier, 0, 0});
+            release.identifier = one.identifier;
+            if (handler_) handler_(release);
             return true;
         }
         return false;
     }
     /// A notice that belongs to no grab.
     void releaseUnknown(std::uint32_t identifier) {
-        if (handler_) handler_({identifier, 0, 0});
+        if (handler_) handler_({.identifier = identifier});
     }
 
     std::shared_ptr<std::list<Held>> held = std::make_shared<std::list<Held>>();

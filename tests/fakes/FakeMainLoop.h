@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <vector>
 
 namespace brimwick {
 
@@ -19,6 +20,28 @@ class FakeMainLoop : public MainLoop {
         posted_.notify_all();
     }
     std::chrono::system_clock::time_point now() const override { return time; }
+    std::unique_ptr<RepeatingTimer> repeatEvery(std::chrono::milliseconds interval,
+                                                std::function<void()> tick) override {
+        timerCount();
+        auto timer = std::make_shared<Timer>(Timer{time + interval, interval, std::move(tick)});
+        timers_.push_back(timer);
+        return std::make_unique<TimerHandle>(std::move(timer));
+    }
+    /// Lets the time pass; timers are called when they are due.
+    void pass(std::chrono::milliseconds duration) {
+        const auto end = time + duration;
+        for (auto timer = nextTimer(end); timer; timer = nextTimer(end)) {
+            time = timer->due;
+            timer->due += timer->interval;
+            timer->tick();
+        }
+        time = end;
+    }
+    /// How many timers run.
+    std::size_t timerCount() {
+        std::erase_if(timers_, [](const auto& timer) { return timer.expired(); });
+        return timers_.size();
+    }
 
     /// Waits for the next task and runs it. False when none came in ten seconds.
     bool runNext() {
@@ -41,6 +64,29 @@ class FakeMainLoop : public MainLoop {
     std::chrono::system_clock::time_point time = std::chrono::system_clock::from_time_t(1'700'000'000);
 
   private:
+    struct Timer {
+        std::chrono::system_clock::time_point due;
+        std::chrono::milliseconds interval;
+        std::function<void()> tick;
+    };
+    class TimerHandle : public RepeatingTimer {
+      public:
+        explicit TimerHandle(std::shared_ptr<Timer> timer) : timer_(std::move(timer)) {}
+
+      private:
+        std::shared_ptr<Timer> timer_;
+    };
+
+    /// The one that is due first until then, if there is one; it lives while it is called.
+    std::shared_ptr<Timer> nextTimer(std::chrono::system_clock::time_point end) const {
+        std::shared_ptr<Timer> next;
+        for (const auto& weak : timers_)
+            if (auto timer = weak.lock(); timer && timer->due <= end && (!next || timer->due < next->due))
+                next = timer;
+        return next;
+    }
+
+    std::vector<std::weak_ptr<Timer>> timers_;
     mutable std::mutex mutex_;
     std::condition_variable posted_;
     std::deque<std::function<void()>> tasks_;

@@ -15,9 +15,11 @@ class FakeWindowSystem : public WindowSystem {
     void makeKeyAndOrderFront(WindowNumber /*window*/) override {
         calls.emplace_back("makeKeyAndOrderFront");
     }
+    bool hasKeyboardFocus(WindowNumber window) override { return window == focused; }
     void withholdHeldKeys() override { calls.emplace_back("withholdHeldKeys"); }
 
     std::optional<FrameMargins> margins;
+    std::optional<WindowNumber> focused;
     std::vector<std::string> calls;
 };
 

@@ -8,6 +8,7 @@
 #include "platform/linux/plain/PlainDesktop.h"
 #include "platform/linux/x11/QtClipboardSnapshot.h"
 #include "platform/linux/x11/X11HotKeyService.h"
+#include "platform/linux/x11/X11KeyboardLayout.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 
 #include <QGuiApplication>
@@ -27,6 +28,7 @@ struct LinuxPlatform::Services {
     InotifyFolderEventStream folderEvents;
     UserTime userTime;
     std::unique_ptr<HotKeyService> hotKeys;
+    std::unique_ptr<KeyboardLayout> keyboardLayout;
     std::unique_ptr<FileManager> fileManager;
     std::unique_ptr<WindowSystem> windowSystem;
 
@@ -53,6 +55,7 @@ bool LinuxPlatform::Services::connectToXServer() {
     windowSystem = std::move(windows);
     fileManager = std::move(files);
     hotKeys = std::move(keys);
+    keyboardLayout = std::make_unique<X11KeyboardLayout>();
     return true;
 }
 
@@ -61,6 +64,7 @@ void LinuxPlatform::Services::useWhatIsLeft() {
     fileManager = std::make_unique<PlainFileManager>(
         [this](const std::string& fileUrl) { folderOpener.openFolder(fileUrl); });
     hotKeys = std::make_unique<PlainHotKeyService>();
+    keyboardLayout = std::make_unique<PlainKeyboardLayout>();
 }
 
 LinuxPlatform::LinuxPlatform(MainLoop& mainLoop, InstanceService& instance)
@@ -72,6 +76,7 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Ports LinuxPlatform::ports() {
     return {*services_->hotKeys,
+            *services_->keyboardLayout,
             *services_->fileManager,
             services_->notifications,
             services_->sounds,

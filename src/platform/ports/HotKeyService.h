@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/Capability.h"
+#include "platform/ports/ModifierFlags.h"
 
 #include <cstdint>
 #include <functional>
@@ -21,11 +22,13 @@ inline constexpr std::uint32_t control = 0x1000;
 struct HotKeyRelease {
     /// The identifier given at the grab.
     std::uint32_t identifier = 0;
-    /// The modifiers still held, as event-flag bits (shift 0x20000, control 0x40000, option 0x80000,
-    /// command 0x100000).
+    /// The modifiers still held, as `ModifierFlag`.
     std::uint64_t modifierFlags = 0;
     /// Milliseconds on the desktop's clock.
     std::uint32_t timestamp = 0;
+    /// Where the pointer was, in pixels from the screen's upper left corner.
+    double x = 0;
+    double y = 0;
 };
 
 /// A key combination held by this program; destroying it gives the combination back.
@@ -39,6 +42,9 @@ struct HotKeyGrant {
     std::unique_ptr<HotKeyGrab> grab;
     std::string refusal;
 };
+
+/// The refusal of a second grab of one combination.
+inline constexpr const char* refusalOfSecondGrab = "Brimwick already uses this hot key.";
 
 /// System-wide hot keys. Main thread only.
 class HotKeyService {

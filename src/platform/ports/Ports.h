@@ -6,6 +6,7 @@ class FileManager;
 class FolderEventStream;
 class HotKeyService;
 class InstanceService;
+class KeyboardLayout;
 class MainLoop;
 class NotificationService;
 class SoundPlayer;
@@ -14,6 +15,7 @@ class WindowSystem;
 /// The desktop, as the program is handed it. Everything outlives the program.
 struct Ports {
     HotKeyService& hotKeys;
+    KeyboardLayout& keyboardLayout;
     FileManager& fileManager;
     NotificationService& notifications;
     SoundPlayer& sounds;

@@ -28,15 +28,18 @@ inline constexpr std::array keyPositions = std::to_array<KeyPosition>({
     {108, 125}, {103, 126},
 });
 
-constexpr std::optional<std::uint16_t> virtualKeyCodeOfEvdevCode(std::uint32_t evdevCode) {
+/// What the desktops that give scan codes add to an evdev code.
+inline constexpr std::uint32_t scanCodeOffset = 8;
+
+constexpr std::optional<std::uint16_t> virtualKeyCodeOfScanCode(std::uint32_t scanCode) {
     for (const KeyPosition& key : keyPositions)
-        if (key.evdevCode == evdevCode) return key.virtualKeyCode;
+        if (key.evdevCode + scanCodeOffset == scanCode) return key.virtualKeyCode;
     return std::nullopt;
 }
 
-constexpr std::optional<std::uint16_t> evdevCodeOfVirtualKeyCode(std::uint16_t virtualKeyCode) {
+constexpr std::optional<std::uint32_t> scanCodeOfVirtualKeyCode(std::uint16_t virtualKeyCode) {
     for (const KeyPosition& key : keyPositions)
-        if (key.virtualKeyCode == virtualKeyCode) return key.evdevCode;
+        if (key.virtualKeyCode == virtualKeyCode) return key.evdevCode + scanCodeOffset;
     return std::nullopt;
 }
 

@@ -26,6 +26,8 @@ class WindowSystem {
     virtual void prepareToShow(WindowNumber window) = 0;
     /// Raises a shown window and gives it the keyboard focus, on behalf of the user's last request.
     virtual void makeKeyAndOrderFront(WindowNumber window) = 0;
+    /// Whether keys go to this window, as soon as no hot key that is held down keeps them to itself.
+    virtual bool hasKeyboardFocus(WindowNumber window) = 0;
     /// To be called before a window is hidden by a key press: a key that is still held down does not repeat
     /// into whatever gets the focus next.
     virtual void withholdHeldKeys() = 0;

@@ -5,6 +5,7 @@ import shutil
 import signal
 from pathlib import Path
 
+from .preferences_window import TITLE, PreferencesWindow
 from .waiting import wait_until
 
 WINDOW_CLASS = "org.brimwick.Brimwick"
@@ -76,6 +77,23 @@ class Brimwick:
             lambda: (picker := self.picker()) and windows.active() == picker and picker,
             lambda: f"the picker has the focus; active: {windows.active()}, all: {windows.all()}",
         )
+
+    def preferences_window(self):
+        """The preferences window, if it can be seen."""
+        found = self._desktop.windows.matching(WINDOW_CLASS, TITLE)
+        return next((window for window in found if window.is_viewable()), None)
+
+    def wait_for_preferences_window(self) -> PreferencesWindow:
+        """Waits until the preferences window is there and has the focus."""
+        windows = self._desktop.windows
+        window = wait_until(
+            lambda: (found := self.preferences_window()) and windows.active() == found and found,
+            lambda: f"the preferences have the focus; active: {windows.active()}, all: {windows.all()}",
+        )
+        return PreferencesWindow(windows, window)
+
+    def wait_until_preferences_are_hidden(self):
+        wait_until(lambda: self.preferences_window() is None, "the preferences are hidden")
 
     def wait_until_hidden(self):
         wait_until(lambda: self.picker() is None, "the picker is hidden")

@@ -3,9 +3,12 @@
 from contextlib import contextmanager
 
 from Xlib import XK, X
+from Xlib.display import Display
 from Xlib.ext import xtest
 
 from .waiting import wait_until
+
+XK.load_keysym_group("xkb")  # the dead keys
 
 NAMES = {
     "ctrl": "Control_L",
@@ -18,8 +21,19 @@ NAMES = {
 class Keyboard:
     """Keys are named by their keysym ("Return", "m", "F4") or as ctrl, shift, alt, super."""
 
-    def __init__(self, display):
+    def __init__(self, children, display):
+        self._children = children
         self._display = display
+        self._own_display = None
+
+    def set_layout(self, *arguments: str):
+        """Changes the keyboard, as `setxkbmap` is told to."""
+        self._children.run(["setxkbmap", *arguments]).check_returncode()
+        # A connection keeps the map that it began with.
+        name = self._display.get_display_name()
+        if self._own_display:
+            self._own_display.close()
+        self._display = self._own_display = Display(name)
 
     def press(self, key: str):
         self._fake(X.KeyPress, key)
@@ -68,14 +82,19 @@ class Keyboard:
 
     def wait_until_free(self):
         """Waits until no program keeps the keys to itself, as a window manager does while a window is resized."""
+        wait_until(self._is_free, "the keyboard is free")
+
+    def wait_until_taken(self):
+        """Waits until a program keeps the keys to itself, as an open menu does."""
+        wait_until(lambda: not self._is_free(), "a program has taken the keyboard")
+
+    def _is_free(self) -> bool:
         root = self._display.screen().root
-
-        def could_be_grabbed():
-            return root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.GrabSuccess
-
-        wait_until(could_be_grabbed, "the keyboard is free")
-        self._display.ungrab_keyboard(X.CurrentTime)
-        self._display.sync()
+        free = root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.GrabSuccess
+        if free:
+            self._display.ungrab_keyboard(X.CurrentTime)
+            self._display.sync()
+        return free
 
     def code(self, key: str) -> int:
         code = self._display.keysym_to_keycode(XK.string_to_keysym(NAMES.get(key, key)))

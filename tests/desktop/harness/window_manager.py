@@ -1,4 +1,4 @@
-"""The window manager, with a small configuration of its own."""
+"""The window manager: openbox with a small configuration of its own, or another one as it comes."""
 
 from .account import Account
 from .processes import Child, Children
@@ -40,10 +40,18 @@ CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
 """
 
 
-def start_window_manager(children: Children, account: Account, windows: Windows) -> Child:
-    """Starts openbox and waits until it manages the display."""
+OPENBOX, XFWM4, KWIN = "openbox", "xfwm4", "kwin_x11"
+
+
+def start_window_manager(name: str, children: Children, account: Account, windows: Windows) -> Child:
+    """Starts one of the window managers above and waits until it manages the display."""
     configuration = account.base / "openbox.xml"
     configuration.write_text(CONFIGURATION)
-    manager = children.start("openbox", ["openbox", "--config-file", configuration, "--sm-disable"])
-    wait_until(windows.are_managed, "the window manager manages the display")
+    command = {
+        OPENBOX: ["openbox", "--config-file", configuration, "--sm-disable"],
+        XFWM4: ["xfwm4", "--compositor=off"],
+        KWIN: ["kwin_x11", "--no-kactivities"],
+    }[name]
+    manager = children.start(name, command, {"KWIN_COMPOSE": "N"})
+    wait_until(windows.are_managed, lambda: f"{name} manages the display; it wrote {manager.stderr()}", 30.0)
     return manager

@@ -331,4 +331,36 @@ TEST(X11HotKeyServiceWithoutServer, SaysOnceThatTheServerIsGone) {
     server.waitForFinished();
 }
 
+TEST_F(X11HotKeyServiceTest, DoesNotFireForAKeyThatWasDownWhenItWasGrabbed) {
+    pressControlSuper();
+    keyboard_.press(TestKey::m);
+    const HotKeyGrant grant = service_.grab(virtualM, controlCommand, 7);
+    ASSERT_TRUE(grant.grab);
+    runLoopFor(300);
+    keyboard_.release(TestKey::m);
+    releaseControlSuper();
+    runLoopFor(100);
+    EXPECT_TRUE(released().empty());
+    EXPECT_EQ(presses_, 0);
+
+    pressControlSuper();
+    keyboard_.tap(TestKey::m);
+    releaseControlSuper();
+    EXPECT_TRUE(waitFor([this] { return !releases_.empty(); }));
+    EXPECT_THAT(released(), ElementsAre(7));
+}
+
+TEST_F(X11HotKeyServiceTest, FiresForTheNextPressHoweverSoonItComesAfterTheKeyWasGrabbed) {
+    pressControlSuper();
+    keyboard_.press(TestKey::m);
+    const HotKeyGrant grant = service_.grab(virtualM, controlCommand, 7);
+    ASSERT_TRUE(grant.grab);
+    // All of it before the program looks at the keyboard again, as when it is busy.
+    keyboard_.release(TestKey::m);
+    keyboard_.tap(TestKey::m);
+    releaseControlSuper();
+    EXPECT_TRUE(waitFor([this] { return !releases_.empty(); }));
+    EXPECT_THAT(released(), ElementsAre(7));
+}
+
 } // namespace brimwick

@@ -1,7 +1,11 @@
+#include "ui/support/InputSpy.h"
 #include "ui/support/ProgramTest.h"
+#include "ui/support/ScanCodes.h"
 
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QWindow>
+#include <qpa/qwindowsysteminterface.h>
 
 #include <gmock/gmock.h>
 
@@ -10,16 +14,6 @@ namespace brimwick {
 /// Keys go through the application object, as the desktop delivers them.
 class KeyDispatch : public ProgramTest {
   protected:
-    static constexpr quint32 scanA = 38;
-    static constexpr quint32 scanZ = 52;
-    static constexpr quint32 scanW = 25;
-    static constexpr quint32 scanReturn = 36;
-    static constexpr quint32 scanEscape = 9;
-    static constexpr quint32 scanUp = 111;
-    static constexpr quint32 scanDown = 116;
-    static constexpr quint32 scanPageUp = 112;
-    static constexpr quint32 scanPageDown = 117;
-
     void SetUp() override {
         for (int number = 10; number < 40; ++number) home.makeFolder("root/box " + std::to_string(number));
         storePreferences({home / "root"});
@@ -54,8 +48,10 @@ TEST_F(KeyDispatch, MovesTheSelectionByTheArrowKeys) {
 }
 
 TEST_F(KeyDispatch, PassesAShiftedArrowOnAndSwallowsEveryReleaseOfIt) {
+    picker().selectSearchResultsRow(5);
     press(scanDown, Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(row(), 0);
+    press(scanUp, Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(row(), 5);
     EXPECT_TRUE(send(QEvent::KeyRelease, scanDown, Qt::Key_Down, Qt::ShiftModifier));
     EXPECT_TRUE(send(QEvent::KeyRelease, scanDown, Qt::Key_Down));
 }
@@ -145,11 +141,104 @@ TEST_F(KeyDispatch, TypesOtherKeysIntoTheSearchField) {
     EXPECT_EQ(prompt(), "No folders found.");
 }
 
+TEST_F(KeyDispatch, ActsOnAKeyThatAnInputMethodHandsToTheSearchFieldItself) {
+    const auto hand = [this](QEvent::Type type, quint32 scanCode, Qt::Key key) {
+        QKeyEvent event(type, key, Qt::NoModifier, scanCode, 0, 0);
+        QCoreApplication::sendEvent(controls().searchField, &event);
+    };
+    hand(QEvent::KeyPress, scanDown, Qt::Key_Down);
+    EXPECT_EQ(row(), 1);
+    hand(QEvent::KeyRelease, scanDown, Qt::Key_Down);
+    EXPECT_EQ(row(), 1);
+    hand(QEvent::KeyPress, scanReturn, Qt::Key_Return);
+    EXPECT_EQ(fileManager.opened.size(), 1U);
+}
+
+TEST_F(KeyDispatch, TypesTheKeysThatWaitBeforeTheTextOfAnInputMethod) {
+    controls().searchField->clear();
+    QWindow* const window = picker().wickWindow().windowHandle();
+    QWindowSystemInterface::handleExtendedKeyEvent(window, QEvent::KeyPress, Qt::Key_S, Qt::NoModifier, 39, 0,
+                                                   0, "s");
+    QWindowSystemInterface::handleExtendedKeyEvent(window, QEvent::KeyPress, Qt::Key_U, Qt::NoModifier, 30, 0,
+                                                   0, "u");
+    ASSERT_EQ(controls().searchField->text(), "");
+    QInputMethodEvent composed;
+    composed.setCommitString("é");
+    QCoreApplication::sendEvent(controls().searchField, &composed);
+    EXPECT_EQ(controls().searchField->text(), "sué");
+    QApplication::processEvents();
+    EXPECT_EQ(controls().searchField->text(), "sué");
+}
+
 TEST_F(KeyDispatch, LeavesTheSelectionAloneWhenAModifierGoesDown) {
     picker().selectSearchResultsRow(5);
     press(50, Qt::Key_Shift, Qt::ShiftModifier);
     press(37, Qt::Key_Control, Qt::ControlModifier);
     EXPECT_EQ(row(), 5);
+}
+
+TEST_F(KeyDispatch, HandsOnExactlyTheKeysThatItDoesNotActOn) {
+    struct Row {
+        const char* what;
+        quint32 scanCode;
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        bool isHandedOn;
+    };
+    constexpr Qt::KeyboardModifiers none = Qt::NoModifier;
+    const std::vector<Row> rows = {
+        {"down", scanDown, Qt::Key_Down, none, false},
+        {"up", scanUp, Qt::Key_Up, none, false},
+        {"down with Shift", scanDown, Qt::Key_Down, Qt::ShiftModifier, true},
+        {"up with Shift", scanUp, Qt::Key_Up, Qt::ShiftModifier, true},
+        {"page down", scanPageDown, Qt::Key_PageDown, none, false},
+        {"page up", scanPageUp, Qt::Key_PageUp, none, false},
+        {"Return", scanReturn, Qt::Key_Return, none, false},
+        {"Return with all", scanReturn, Qt::Key_Return,
+         Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier, false},
+        {"Command-A", scanA, Qt::Key_A, Qt::MetaModifier, false},
+        {"A", scanA, Qt::Key_A, none, true},
+        {"Command-Z, nothing to undo", scanZ, Qt::Key_Z, Qt::MetaModifier, true},
+        {"Tab", scanTab, Qt::Key_Tab, none, true},
+        {"Command-W", scanW, Qt::Key_W, Qt::MetaModifier, false},
+        {"W", scanW, Qt::Key_W, none, true},
+        {"Escape", scanEscape, Qt::Key_Escape, none, false},
+    };
+    InputSpy spy;
+    for (const Row& row : rows) {
+        if (!picker().isVisible()) showPicker(BWModeOpen);
+        controls().searchField->setFocus();
+        spy.tookReached();
+        press(row.scanCode, row.key, row.modifiers);
+        EXPECT_EQ(spy.tookReached(), row.isHandedOn) << row.what;
+    }
+}
+
+TEST_F(KeyDispatch, MovesTheSelectionByTheArrowsOfTheKeypad) {
+    press(88, Qt::Key_Down, Qt::KeypadModifier);
+    EXPECT_EQ(row(), 1);
+}
+
+TEST_F(KeyDispatch, ActsOnNoKeyInPhantomMode) {
+    picker().selectSearchResultsRow(0);
+    picker().wickWindow().setPhantomMode(true);
+    press(scanDown, Qt::Key_Down);
+    press(scanReturn, Qt::Key_Return);
+    EXPECT_EQ(row(), 0);
+    EXPECT_TRUE(fileManager.opened.empty());
+}
+
+TEST_F(KeyDispatch, GoesByTheNameOfAKeyThatTheUserHasMoved) {
+    press(scanCapsLock, Qt::Key_Escape);
+    EXPECT_FALSE(picker().isVisible());
+}
+
+TEST_F(KeyDispatch, LeavesTheKeyAloneFromWhichTheUserMovedEscapeAway) {
+    press(scanEscape, Qt::Key_CapsLock);
+    EXPECT_TRUE(picker().isVisible());
+    press(scanEscape, Qt::Key_QuoteLeft, Qt::NoModifier, "`");
+    EXPECT_TRUE(picker().isVisible());
+    EXPECT_TRUE(controls().searchField->text().endsWith("`"));
 }
 
 TEST_F(KeyDispatch, OnlyClaimsAKeyThatMayBeAShortcutAndActsOnThePress) {

@@ -1,3 +1,4 @@
+#include "ui/support/InputSpy.h"
 #include "ui/support/ProgramTest.h"
 
 #include <QAction>
@@ -276,6 +277,13 @@ TEST_F(PickerWindow, SearchesNothingInPhantomMode) {
     controls().searchField->setText("apple");
     picker().search();
     EXPECT_THAT(resultNames(), testing::ElementsAre("Zoo"));
+}
+
+TEST_F(PickerWindow, TakesNoInputInPhantomMode) {
+    invoke(BWModeOpen);
+    EXPECT_TRUE(clickReaches(picker().wickWindow()));
+    picker().wickWindowCloseButtonWasPressed();
+    EXPECT_FALSE(clickReaches(picker().wickWindow()));
 }
 
 TEST_F(PickerWindow, SelectsTheRowUnderARightClickBeforeTheMenuOpens) {

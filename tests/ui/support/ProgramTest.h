@@ -6,6 +6,7 @@
 #include "fakes/FakeFolderEventStream.h"
 #include "fakes/FakeHotKeyService.h"
 #include "fakes/FakeInstanceService.h"
+#include "fakes/FakeKeyboardLayout.h"
 #include "fakes/FakeMainLoop.h"
 #include "fakes/FakeNotificationService.h"
 #include "fakes/FakeSoundPlayer.h"
@@ -26,7 +27,7 @@ namespace brimwick {
 /// The whole program on the fakes, with a home of its own.
 class ProgramTest : public testing::Test {
   protected:
-    ~ProgramTest() override { static_cast<BWApplication*>(qApp)->setKeyDispatcher(nullptr); }
+    ~ProgramTest() override { static_cast<BWApplication*>(qApp)->setKeyDispatcher(nullptr, nullptr); }
 
     /// Writes a preferences file, as an earlier run would have left it.
     void storePreferences(const std::vector<std::string>& indexedFolders,
@@ -50,10 +51,11 @@ class ProgramTest : public testing::Test {
     std::string supportFolder() const { return home / "Library/Application Support/Brimwick"; }
 
     void startWithoutIndex() {
-        brimwick.emplace(Ports{hotKeys, fileManager, notifications, sounds, windowSystem, folderEvents,
-                               mainLoop, instance},
+        brimwick.emplace(Ports{hotKeys, keyboardLayout, fileManager, notifications, sounds, windowSystem,
+                               folderEvents, mainLoop, instance},
                          home.path(), Resources(BRIMWICK_RESOURCES));
-        static_cast<BWApplication*>(qApp)->setKeyDispatcher(&brimwick->view().keyDispatcher());
+        static_cast<BWApplication*>(qApp)->setKeyDispatcher(&brimwick->view().keyDispatcher(),
+                                                            &brimwick->view().keyEvents());
     }
     /// Starts the program and waits for the first index.
     void start() {
@@ -73,6 +75,27 @@ class ProgramTest : public testing::Test {
     PickerController& picker() { return brimwick->view().picker(); }
     const PickerControls& controls() { return picker().controls(); }
     void invoke(Mode mode) { picker().invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); }
+    PreferencesController& preferences() { return brimwick->view().preferences(); }
+    /// Shows the preferences window, with the focus where it begins.
+    void showPreferences() {
+        bringToFront(preferences().preferencesWindow(), [this] { preferences().showPreferences(); });
+    }
+    /// The same for the picker.
+    void showPicker(Mode mode) {
+        bringToFront(picker().wickWindow(), [this, mode] { invoke(mode); });
+    }
+    template<typename Show>
+    static void bringToFront(QWidget& window, Show show) {
+        // Here a window that is hidden keeps the focus until another takes it.
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QApplication::processEvents();
+        show();
+        window.activateWindow();
+        QApplication::processEvents();
+        ASSERT_EQ(QApplication::activeWindow(), &window);
+    }
     void type(const QString& text) {
         QApplication::processEvents();
         controls().searchField->setText(text);
@@ -89,6 +112,7 @@ class ProgramTest : public testing::Test {
 
     TemporaryFolder home;
     FakeHotKeyService hotKeys;
+    FakeKeyboardLayout keyboardLayout;
     FakeFileManager fileManager;
     FakeNotificationService notifications;
     FakeSoundPlayer sounds;

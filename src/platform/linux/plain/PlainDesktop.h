@@ -2,6 +2,7 @@
 
 #include "platform/ports/FileManager.h"
 #include "platform/ports/HotKeyService.h"
+#include "platform/ports/KeyboardLayout.h"
 #include "platform/ports/WindowSystem.h"
 
 #include <functional>
@@ -17,6 +18,17 @@ class PlainHotKeyService : public HotKeyService {
     Capability capability() const override;
     HotKeyGrant grab(std::uint16_t keyCode, std::uint32_t modifiers, std::uint32_t identifier) override;
     void setReleaseHandler(std::function<void(const HotKeyRelease&)> /*handler*/) override {}
+};
+
+/// Knows of no layout.
+class PlainKeyboardLayout : public KeyboardLayout {
+  public:
+    bool isAvailable() const override { return false; }
+    KeyTranslation translate(std::uint16_t /*keyCode*/, std::uint64_t /*modifierFlags*/,
+                             std::uint32_t /*deadKeyState*/) override {
+        return {};
+    }
+    void setChangedHandler(std::function<void()> /*handler*/) override {}
 };
 
 /// Knows of no window and no selection; opens folders.
@@ -45,6 +57,7 @@ class PlainWindowSystem : public WindowSystem {
     std::optional<FrameMargins> frameMargins(WindowNumber /*window*/) override { return std::nullopt; }
     void prepareToShow(WindowNumber /*window*/) override {}
     void makeKeyAndOrderFront(WindowNumber window) override;
+    bool hasKeyboardFocus(WindowNumber /*window*/) override { return false; }
     void withholdHeldKeys() override {}
 };
 

@@ -30,12 +30,23 @@ std::optional<KeyboardExtension> KeyboardExtension::use(const XcbConnection& con
 }
 
 void KeyboardExtension::selectMappingEvents() const {
+    select(0);
+}
+
+void KeyboardExtension::selectLayoutEvents() const {
+    select(XCB_XKB_EVENT_TYPE_STATE_NOTIFY);
+}
+
+void KeyboardExtension::select(std::uint16_t moreEvents) const {
     constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr std::uint16_t mapParts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
     xcb_xkb_select_events_details_t details{};
     details.affectNewKeyboard = XCB_XKB_NKN_DETAIL_KEYCODES;
     details.newKeyboardDetails = XCB_XKB_NKN_DETAIL_KEYCODES;
-    xcb_xkb_select_events_aux(connection_, coreKeyboard, events, 0, 0, mapParts, mapParts, &details);
+    details.affectState = XCB_XKB_STATE_PART_GROUP_STATE;
+    details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
+    xcb_xkb_select_events_aux(connection_, coreKeyboard, static_cast<std::uint16_t>(events | moreEvents), 0,
+                              0, mapParts, mapParts, &details);
     xcb_flush(connection_);
 }
 

@@ -16,11 +16,6 @@ constexpr xcb_keysym_t superRight = 0xffec;
 constexpr xcb_keysym_t numLock = 0xff7f;
 constexpr xcb_keysym_t scrollLock = 0xff14;
 
-constexpr std::uint64_t shiftFlag = 0x20000;
-constexpr std::uint64_t controlFlag = 0x40000;
-constexpr std::uint64_t optionFlag = 0x80000;
-constexpr std::uint64_t commandFlag = 0x100000;
-
 constexpr std::size_t modifierCount = 8;
 constexpr std::uint16_t allModifiers = 0xff;
 constexpr std::uint16_t shiftAndControl = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL;
@@ -104,10 +99,10 @@ std::uint16_t KeyboardModifiers::mask(std::uint32_t hotKeyModifiers) const {
 
 std::uint64_t KeyboardModifiers::eventFlags(std::uint16_t state) const {
     std::uint64_t flags = 0;
-    if ((state & XCB_MOD_MASK_SHIFT) != 0) flags |= shiftFlag;
-    if ((state & XCB_MOD_MASK_CONTROL) != 0) flags |= controlFlag;
-    if ((state & option_) != 0) flags |= optionFlag;
-    if ((state & command_) != 0) flags |= commandFlag;
+    if ((state & XCB_MOD_MASK_SHIFT) != 0) flags |= ModifierFlag::shift;
+    if ((state & XCB_MOD_MASK_CONTROL) != 0) flags |= ModifierFlag::control;
+    if ((state & option_) != 0) flags |= ModifierFlag::option;
+    if ((state & command_) != 0) flags |= ModifierFlag::command;
     return flags;
 }
 

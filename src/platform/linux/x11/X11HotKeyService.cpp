@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11HotKeyService.h"
 
 #include "platform/linux/x11/KeyboardExtension.h"
+#include "platform/linux/x11/XcbEvents.h"
 #include "platform/ports/VirtualKeyCodes.h"
 
 #include <algorithm>
@@ -10,9 +11,7 @@ namespace brimwick {
 
 namespace {
 
-constexpr unsigned firstEvdevKey = 8;
-constexpr std::uint8_t sentBit = 0x80;
-constexpr std::chrono::milliseconds mappingSettleTime{50};
+constexpr std::chrono::milliseconds heldKeysPollTime{20};
 
 } // namespace
 
@@ -46,6 +45,8 @@ X11HotKeyService::X11HotKeyService(UserTime& userTime) : userTime_(userTime) {
     mappingSettled_.setInterval(mappingSettleTime);
     QObject::connect(&mappingSettled_, &QTimer::timeout, &mappingSettled_,
                      [this] { followModifierMapping(); });
+    heldKeysPoll_.setInterval(heldKeysPollTime);
+    QObject::connect(&heldKeysPoll_, &QTimer::timeout, &heldKeysPoll_, [this] { noticeReleases(); });
     events_ = std::make_unique<XcbEventSource>(
         *connection_, [this](const xcb_generic_event_t& event) { handle(event); },
         [this] {
@@ -70,18 +71,18 @@ void X11HotKeyService::setPressHandler(std::function<void()> handler) {
 
 HotKeyGrant X11HotKeyService::grab(std::uint16_t keyCode, std::uint32_t modifiers, std::uint32_t identifier) {
     if (!unavailable_.empty()) return {.grab = nullptr, .refusal = unavailable_};
-    const auto evdevCode = evdevCodeOfVirtualKeyCode(keyCode);
-    const unsigned key = evdevCode ? *evdevCode + firstEvdevKey : 0;
+    const std::uint32_t key = scanCodeOfVirtualKeyCode(keyCode).value_or(0);
     if (key > 0xff || !hasKey(static_cast<xcb_keycode_t>(key)))
         return {.grab = nullptr, .refusal = "There is no such key on this keyboard."};
-    const HotKey hotKey{
-        .key = static_cast<xcb_keycode_t>(key), .modifiers = modifiers, .identifier = identifier};
+    HotKey hotKey{.key = static_cast<xcb_keycode_t>(key), .modifiers = modifiers, .identifier = identifier};
     // The X server would not refuse a second grab of the same client.
     if (std::ranges::any_of(hotKeys_, [&](const HotKey& other) {
             return other.key == hotKey.key && modifiers_.mask(other.modifiers) == modifiers_.mask(modifiers);
         }))
-        return {.grab = nullptr, .refusal = "Brimwick already uses this hot key."};
+        return {.grab = nullptr, .refusal = refusalOfSecondGrab};
     if (auto refusal = takeCombinations(hotKey)) return {.grab = nullptr, .refusal = std::move(*refusal)};
+    hotKey.downWhenGrabbed = isDown(hotKey.key);
+    if (hotKey.downWhenGrabbed) heldKeysPoll_.start();
     hotKeys_.push_back(hotKey);
     return {.grab = std::make_unique<Grab>(*this, std::prev(hotKeys_.end())), .refusal = {}};
 }
@@ -96,6 +97,23 @@ bool X11HotKeyService::hasKey(xcb_keycode_t key) const {
     const xcb_keysym_t* first = xcb_get_keyboard_mapping_keysyms(symbols.get());
     return std::any_of(first, first + symbols->keysyms_per_keycode,
                        [](xcb_keysym_t symbol) { return symbol != XCB_NO_SYMBOL; });
+}
+
+bool X11HotKeyService::isDown(xcb_keycode_t key) const {
+    constexpr unsigned bits = 8;
+    const XcbOwned<xcb_query_keymap_reply_t> down(
+        xcb_query_keymap_reply(connection_->get(), xcb_query_keymap(connection_->get()), nullptr));
+    return down && (down->keys[key / bits] & (1U << (key % bits))) != 0;
+}
+
+void X11HotKeyService::noticeReleases() {
+    bool any = false;
+    for (HotKey& hotKey : hotKeys_) {
+        hotKey.downWhenGrabbed = hotKey.downWhenGrabbed && isDown(hotKey.key);
+        hotKey.heldSinceBefore = hotKey.downWhenGrabbed;
+        any = any || hotKey.downWhenGrabbed;
+    }
+    if (!any) heldKeysPoll_.stop();
 }
 
 std::optional<std::string> X11HotKeyService::takeCombinations(const HotKey& hotKey) {
@@ -129,7 +147,7 @@ void X11HotKeyService::release(HotKeys::iterator hotKey) {
 }
 
 void X11HotKeyService::handle(const xcb_generic_event_t& event) {
-    const auto type = static_cast<std::uint8_t>(event.response_type & ~sentBit);
+    const std::uint8_t type = eventType(event);
     if (type == XCB_KEY_PRESS)
         keyWentDown(reinterpret_cast<const xcb_key_press_event_t&>(event));
     else if (type == XCB_KEY_RELEASE)
@@ -154,12 +172,15 @@ void X11HotKeyService::keyWentDown(const xcb_key_press_event_t& event) {
         return sameKey(candidate) &&
                modifiers_.mask(candidate.modifiers) == modifiers_.withoutLocks(event.state);
     });
-    if (hotKey == hotKeys_.end()) return;
+    if (hotKey == hotKeys_.end() || hotKey->heldSinceBefore) return;
+    hotKey->downWhenGrabbed = false;
     hotKey->pressed = true;
     if (pressHandler_) pressHandler_();
 }
 
 void X11HotKeyService::keyWentUp(const xcb_key_release_event_t& event) {
+    for (HotKey& candidate : hotKeys_)
+        if (candidate.key == event.detail) candidate.downWhenGrabbed = candidate.heldSinceBefore = false;
     // The modifiers often go up first, so the key alone decides.
     const auto hotKey = std::ranges::find_if(hotKeys_, [&](const HotKey& candidate) {
         return candidate.pressed && candidate.key == event.detail;
@@ -167,7 +188,9 @@ void X11HotKeyService::keyWentUp(const xcb_key_release_event_t& event) {
     if (hotKey == hotKeys_.end()) return;
     const HotKeyRelease notice{.identifier = hotKey->identifier,
                                .modifierFlags = modifiers_.eventFlags(event.state),
-                               .timestamp = event.time};
+                               .timestamp = event.time,
+                               .x = double(event.root_x),
+                               .y = double(event.root_y)};
     // The grab has ended, and with it the delivery of other hot keys that went down meanwhile.
     for (HotKey& other : hotKeys_) other.pressed = false;
     xcb_ungrab_keyboard(connection_->get(), XCB_CURRENT_TIME);

@@ -39,10 +39,16 @@ class X11HotKeyService : public HotKeyService {
         std::uint32_t modifiers = 0;
         std::uint32_t identifier = 0;
         bool pressed = false;
+        /// The key was down when it was grabbed, as in recording it, and has not been seen up since.
+        bool downWhenGrabbed = false;
+        /// The same, and still so after a moment: it may repeat now.
+        bool heldSinceBefore = false;
     };
     using HotKeys = std::list<HotKey>;
 
     bool hasKey(xcb_keycode_t key) const;
+    bool isDown(xcb_keycode_t key) const;
+    void noticeReleases();
     /// Nothing when every lock combination is ours; else none is, and this is why.
     std::optional<std::string> takeCombinations(const HotKey& hotKey);
     void giveBackCombinations(const HotKey& hotKey);
@@ -62,6 +68,8 @@ class X11HotKeyService : public HotKeyService {
     std::function<void()> pressHandler_;
     std::function<void()> doneHandler_;
     QTimer mappingSettled_;
+    /// A key that is held since before it was grabbed goes up unseen, unless it repeats.
+    QTimer heldKeysPoll_;
     std::unique_ptr<XcbEventSource> events_;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/linux/x11/X11WindowSystem.h"
 
+#include "platform/linux/x11/KeyboardFocus.h"
+
 #include <QApplication>
 #include <QWidget>
 #include <QWindow>
@@ -102,6 +104,10 @@ void X11WindowSystem::makeKeyAndOrderFront(WindowNumber window) {
     prepareToShow(window);
     sendToWindowManager(window, "_NET_ACTIVE_WINDOW", {directUserAction, userTime_.latest()});
     reactivateQuicklyReshown(window);
+}
+
+bool X11WindowSystem::hasKeyboardFocus(WindowNumber window) {
+    return brimwick::hasKeyboardFocus(*connection_, static_cast<xcb_window_t>(window));
 }
 
 void X11WindowSystem::withholdHeldKeys() {

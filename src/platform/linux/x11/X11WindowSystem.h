@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/x11/HeldKeys.h"
+#include "platform/linux/x11/KeysInOrder.h"
 #include "platform/linux/x11/UserTimeFilter.h"
 #include "platform/ports/WindowSystem.h"
 
@@ -19,6 +20,7 @@ class X11WindowSystem : public WindowSystem {
     std::optional<FrameMargins> frameMargins(WindowNumber window) override;
     void prepareToShow(WindowNumber window) override;
     void makeKeyAndOrderFront(WindowNumber window) override;
+    bool hasKeyboardFocus(WindowNumber window) override;
     void withholdHeldKeys() override;
     /// As `HeldKeys` says.
     void setChordMissedHandler(HeldKeys::ChordMissed handler) {
@@ -39,6 +41,7 @@ class X11WindowSystem : public WindowSystem {
     xcb_connection_t* windowsConnection_;
     std::unique_ptr<XcbConnection> connection_;
     UserTimeFilter userTimeFilter_;
+    KeysInOrder keysInOrder_;
     HeldKeys heldKeys_;
 };
 

@@ -1,0 +1,68 @@
+#include "preferences/PreferencesFocus.h"
+
+#include "preferences/PreferencesControls.h"
+
+#include <QEvent>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace brimwick {
+
+namespace {
+
+/// Tells when a control that has no hook of its own takes the focus.
+class FocusObserver : public QObject {
+  public:
+    FocusObserver(QWidget* control, std::function<void()> focused) : focused_(std::move(focused)) {
+        control->installEventFilter(this);
+    }
+    bool eventFilter(QObject* /*control*/, QEvent* event) override {
+        if (event->type() == QEvent::FocusIn) focused_();
+        return false;
+    }
+
+  private:
+    std::function<void()> focused_;
+};
+
+} // namespace
+
+PreferencesFocus::PreferencesFocus(PreferencesControls& controls, PreferencesPlace& place)
+    : controls_(controls),
+      place_(place), preferencesWindowTabOrder_{controls.hotKeyTextView, controls.bwCopyModeHotKeyTextView,
+                                                controls.openModeHotKeyTextView,
+                                                controls.indexedFoldersTableView,
+                                                controls.preferencesWindowCloseButton} {
+    for (std::size_t position = 0; position < preferencesWindowTabOrder_.size(); ++position)
+        observers_.push_back(
+            std::make_unique<FocusObserver>(preferencesWindowTabOrder_[position], [this, position] {
+                place_.preferencesWindowFocusedControlIndex = static_cast<std::int32_t>(position);
+                showFocus(preferencesWindowTabOrder_[position]);
+            }));
+}
+
+PreferencesFocus::~PreferencesFocus() = default;
+
+void PreferencesFocus::moveFocus(bool forward) {
+    const auto count = static_cast<std::int32_t>(preferencesWindowTabOrder_.size());
+    std::int32_t& index = place_.preferencesWindowFocusedControlIndex;
+    index = (index + (forward ? 1 : count - 1)) % count;
+    QWidget* const control = preferencesWindowTabOrder_[static_cast<std::size_t>(index)];
+    control->setFocus(Qt::TabFocusReason);
+    showFocus(control);
+}
+
+void PreferencesFocus::showFocus(QWidget* control) {
+    for (BWTextView* const field :
+         {controls_.hotKeyTextView, controls_.bwCopyModeHotKeyTextView, controls_.openModeHotKeyTextView})
+        field->setFocusRingHidden(field != control);
+    controls_.preferencesWindowCloseButton->setDefault(control == controls_.preferencesWindowCloseButton);
+}
+
+void PreferencesFocus::handleTabViewChange() {
+    place_.preferencesWindowFocusedControlIndex = 0;
+    controls_.hotKeyTextView->setFocus(Qt::OtherFocusReason);
+    showFocus(controls_.hotKeyTextView);
+}
+
+} // namespace brimwick
