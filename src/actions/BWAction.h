@@ -1,6 +1,7 @@
 #pragma once
 
-#include "actions/FileTransfer.h"
+#include "actions/FileJournal.h"
+#include "actions/WorkRunner.h"
 #include "feedback/SoundBox.h"
 #include "feedback/UserNotifications.h"
 #include "model/BWSelectedFileOrFolder.h"
@@ -14,10 +15,17 @@
 
 namespace brimwick {
 
+/// What actions need to handle files.
+struct ActionServices {
+    FileJournal& journal;
+    WorkRunner& workRunner;
+};
+
 /// What an action uses of the model. All of it outlives the action.
 struct ActionModel {
     const PreferencesStore& preferences;
     SoundBox& sounds;
+    ActionServices services;
     std::string realHomeDirectory;
 };
 
@@ -29,7 +37,7 @@ class BWAction {
     /// A move without files and folders. `view` outlives the action.
     BWAction(ActionModel model, UserNotifications& view);
 
-    /// Does or redoes it for 0, undoes it for any other value. Blocks until the files are handled; tells the
+    /// Does or redoes it for 0, undoes it for any other value. Returns when the files are handled; tells the
     /// user of each, and plays one sound. Files that cannot be read are left out. True when all others were
     /// handled; false at the first that failed, and then both lists stay as they were.
     bool performActionInDirection(std::int32_t direction);
@@ -59,11 +67,6 @@ class BWAction {
 
   private:
     bool isCopy() const { return actionType_ != BWModeMove; }
-    /// The path to record for a file that was handled, or why it was not.
-    tl::expected<std::string, FileError> handle(const std::string& path, const std::string& name,
-                                                const std::string& folder, bool forwards) const;
-    void report(const std::string& name, const std::string& folder, bool forwards) const;
-    void reportFailure(const FileError& error, bool forwards) const;
     void playSound(const BWSelectedFileOrFolder& folder, bool forwards) const;
 
     std::string uuid_;
@@ -75,7 +78,6 @@ class BWAction {
     Mode actionType_ = BWModeMove;
     ActionModel model_;
     UserNotifications& view_;
-    FileTransfer transfer_;
 };
 
 } // namespace brimwick

@@ -8,8 +8,6 @@
 
 #include <fcntl.h>
 
-#include <algorithm>
-
 namespace brimwick {
 
 namespace {
@@ -33,7 +31,7 @@ std::error_code flushFile(int descriptor, Flush flush) {
 } // namespace
 
 std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to, Flush flush,
-                                struct stat& read) {
+                                struct stat& read, TransferProgress& progress) {
     // Not blocking, should the name have become a pipe since somebody looked.
     const FileDescriptor in(
         openat(from.folder, from.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
@@ -43,7 +41,7 @@ std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to
     FileDescriptor out(
         openat(to.folder, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (!out) return lastSystemError();
-    if (auto error = copyFileData(in.get(), out.get(), read.st_size)) return error;
+    if (auto error = copyFileData(in.get(), out.get(), read.st_size, progress)) return error;
     if (auto error = copyMetadata(in.get(), out.get(), read)) return error;
 
     struct stat after {};
@@ -54,19 +52,24 @@ std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to
     return out.close() ? std::error_code() : lastSystemError();
 }
 
-std::error_code copySymbolicLink(const NameInFolder& from, const NameInFolder& to,
-                                 const struct stat& status) {
-    std::string target(static_cast<std::size_t>(std::max<off_t>(status.st_size, 255)) + 1, '\0');
+tl::expected<std::string, std::error_code> readLink(const NameInFolder& link) {
+    std::string target(256, '\0');
     for (;;) {
-        const ssize_t length = readlinkat(from.folder, from.name.c_str(), target.data(), target.size());
-        if (length < 0) return lastSystemError();
+        const ssize_t length = readlinkat(link.folder, link.name.c_str(), target.data(), target.size());
+        if (length < 0) return tl::unexpected(lastSystemError());
         if (static_cast<std::size_t>(length) < target.size()) {
             target.resize(static_cast<std::size_t>(length));
-            break;
+            return target;
         }
         target.resize(target.size() * 2);
     }
-    if (symlinkat(target.c_str(), to.folder, to.name.c_str()) != 0) return lastSystemError();
+}
+
+std::error_code copySymbolicLink(const NameInFolder& from, const NameInFolder& to,
+                                 const struct stat& status) {
+    const auto target = readLink(from);
+    if (!target) return target.error();
+    if (symlinkat(target->c_str(), to.folder, to.name.c_str()) != 0) return lastSystemError();
     return copyLinkMetadata(to.folder, to.name, status);
 }
 

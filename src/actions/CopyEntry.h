@@ -1,6 +1,9 @@
 #pragma once
 
+#include "actions/TransferProgress.h"
+
 #include <sys/stat.h>
+#include <tl/expected.hpp>
 
 #include <string>
 #include <system_error>
@@ -21,10 +24,13 @@ enum class Flush {
 /// Copies a regular file under a name that must be free. `read` receives what the file was while it was read;
 /// `device_or_resource_busy` when it changed meanwhile. A failed copy may leave the new file behind.
 [[nodiscard]] std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to, Flush flush,
-                                              struct stat& read);
+                                              struct stat& read, TransferProgress& progress);
 
 /// Copies a symbolic link itself. `status` is that of the link.
 [[nodiscard]] std::error_code copySymbolicLink(const NameInFolder& from, const NameInFolder& to,
                                                const struct stat& status);
+
+/// What a symbolic link points to.
+tl::expected<std::string, std::error_code> readLink(const NameInFolder& link);
 
 } // namespace brimwick

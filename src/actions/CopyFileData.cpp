@@ -15,6 +15,8 @@ namespace brimwick {
 namespace {
 
 constexpr std::size_t bufferSize = 256 * 1024;
+/// What one call copies at most: the progress is told, and an end asked for, between two.
+constexpr off_t mostAtOnce = off_t{8} << 20U;
 
 std::error_code writeAll(int to, const char* data, std::size_t length, off_t offset) {
     while (length > 0) {
@@ -29,9 +31,10 @@ std::error_code writeAll(int to, const char* data, std::size_t length, off_t off
     return {};
 }
 
-std::error_code copyThroughBuffer(int from, int to, off_t begin, off_t end) {
+std::error_code copyThroughBuffer(int from, int to, off_t begin, off_t end, TransferProgress& progress) {
     std::vector<char> buffer(std::min(bufferSize, static_cast<std::size_t>(end - begin)));
     while (begin < end) {
+        if (auto error = progress.checkCancelled()) return error;
         const ssize_t got =
             pread(from, buffer.data(), std::min(buffer.size(), static_cast<std::size_t>(end - begin)), begin);
         if (got < 0 && errno == EINTR) continue;
@@ -39,6 +42,7 @@ std::error_code copyThroughBuffer(int from, int to, off_t begin, off_t end) {
         if (got == 0) return std::make_error_code(std::errc::no_message_available);
         if (auto error = writeAll(to, buffer.data(), static_cast<std::size_t>(got), begin)) return error;
         begin += got;
+        progress.addBytes(got);
     }
     return {};
 }
@@ -48,17 +52,20 @@ bool kernelCannotCopyBetweenThese(int code) {
            code == ETXTBSY;
 }
 
-std::error_code copyRange(int from, int to, off_t begin, off_t end) {
+std::error_code copyRange(int from, int to, off_t begin, off_t end, TransferProgress& progress) {
     while (begin < end) {
+        if (auto error = progress.checkCancelled()) return error;
         off_t in = begin;
         off_t out = begin;
-        const ssize_t copied = copy_file_range(from, &in, to, &out, static_cast<std::size_t>(end - begin), 0);
+        const auto length = static_cast<std::size_t>(std::min(end - begin, mostAtOnce));
+        const ssize_t copied = copy_file_range(from, &in, to, &out, length, 0);
         if (copied < 0 && errno == EINTR) continue;
         // Some file systems answer 0 although there is more to read.
         if (copied == 0 || (copied < 0 && kernelCannotCopyBetweenThese(errno)))
-            return copyThroughBuffer(from, to, begin, end);
+            return copyThroughBuffer(from, to, begin, end, progress);
         if (copied < 0) return lastSystemError();
         begin += copied;
+        progress.addBytes(copied);
     }
     return {};
 }
@@ -67,7 +74,7 @@ bool seekingIsUnsupported(int code) {
     return code == EINVAL || code == EOPNOTSUPP || code == ENOSYS;
 }
 
-std::error_code copyDataSegments(int from, int to, off_t size) {
+std::error_code copyDataSegments(int from, int to, off_t size, TransferProgress& progress) {
     off_t offset = 0;
     while (offset < size) {
         off_t begin = lseek(from, offset, SEEK_DATA);
@@ -83,7 +90,7 @@ std::error_code copyDataSegments(int from, int to, off_t size) {
         }
         end = std::min(end, size);
         if (begin < end) {
-            if (auto error = copyRange(from, to, begin, end)) return error;
+            if (auto error = copyRange(from, to, begin, end, progress)) return error;
         }
         offset = std::max(begin, end);
     }
@@ -98,11 +105,14 @@ std::error_code checkSize(int to, off_t size) {
 
 } // namespace
 
-std::error_code copyFileData(int from, int to, off_t size) {
+std::error_code copyFileData(int from, int to, off_t size, TransferProgress& progress) {
+    if (auto error = progress.checkCancelled()) return error;
+    if (size == 0) return checkSize(to, size);
     // Whatever made cloning impossible, copying shows whether it was serious.
-    if (size > 0 && ioctl(to, FICLONE, from) != 0) {
-        if (auto error = copyDataSegments(from, to, size)) return error;
-    }
+    if (ioctl(to, FICLONE, from) == 0)
+        progress.addBytes(size);
+    else if (auto error = copyDataSegments(from, to, size, progress))
+        return error;
     return checkSize(to, size);
 }
 

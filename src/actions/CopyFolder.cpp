@@ -24,11 +24,12 @@ Flush flushFor(int folder) {
 
 class FolderCopier : public TreeVisitor {
   public:
-    explicit FolderCopier(FileDescriptor root)
+    FolderCopier(FileDescriptor root, TransferProgress& progress)
         : root_(fcntl(root.get(), F_DUPFD_CLOEXEC, 0)), staged_(std::move(root)),
-          flush_(flushFor(root_.get())) {}
+          flush_(flushFor(root_.get())), progress_(progress) {}
 
     std::error_code visitEntry(int parent, const std::string& name, const struct stat& status) override {
+        if (auto error = progress_.checkCancelled()) return error;
         const NameInFolder from{parent, name};
         const NameInFolder to{staged_.folder(), name};
         struct stat copied = status;
@@ -82,7 +83,7 @@ class FolderCopier : public TreeVisitor {
             const std::error_code again = linkToCopy(known->second, to);
             if (again != error) return again;
         }
-        if (auto error = copyRegularFile(from, to, flush_, status)) return error;
+        if (auto error = copyRegularFile(from, to, flush_, status, progress_)) return error;
         if (status.st_nlink > 1) copiedLinks_[file] = staged_.relativePathOf(to.name);
         return {};
     }
@@ -108,6 +109,7 @@ class FolderCopier : public TreeVisitor {
     FileDescriptor root_;
     FolderCursor staged_;
     Flush flush_;
+    TransferProgress& progress_;
     CopyLog log_;
     /// Files with several names, by device and inode: where the first one was copied to.
     std::map<std::pair<dev_t, ino_t>, std::string> copiedLinks_;
@@ -115,7 +117,8 @@ class FolderCopier : public TreeVisitor {
 
 } // namespace
 
-tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to) {
+tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to,
+                                                TransferProgress& progress) {
     const auto failed = [] { return tl::unexpected(TreeWalkError{lastSystemError(), ""}); };
     FileDescriptor source = openFolderIn(from.folder, from.name);
     if (!source) return failed();
@@ -123,7 +126,7 @@ tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const 
     FileDescriptor staged = openFolderIn(to.folder, to.name);
     if (!staged) return failed();
 
-    FolderCopier copier(std::move(staged));
+    FolderCopier copier(std::move(staged), progress);
     if (auto walked = walkTree(std::move(source), copier); !walked) return tl::unexpected(walked.error());
     if (auto error = copier.flushAll()) return tl::unexpected(TreeWalkError{error, ""});
     return copier.takeLog();

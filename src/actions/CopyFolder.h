@@ -2,6 +2,7 @@
 
 #include "actions/CopyEntry.h"
 #include "actions/EntryStamp.h"
+#include "actions/TransferProgress.h"
 #include "actions/TreeWalk.h"
 
 #include <tl/expected.hpp>
@@ -9,8 +10,9 @@
 namespace brimwick {
 
 /// Copies a whole folder under a name that must be free and makes the copy durable. Hard links among its
-/// files stay hard links. `operation_not_supported` for a pipe, socket or device in it. A failed copy is left
-/// as it is, for the caller to remove.
-tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to);
+/// files stay hard links. `operation_not_supported` for a pipe, socket or device in it,
+/// `operation_canceled` when somebody ended it. A failed copy is left as it is, for the caller to remove.
+tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to,
+                                                TransferProgress& progress);
 
 } // namespace brimwick

@@ -1,5 +1,6 @@
 #include "actions/CopyItem.h"
 
+#include "actions/JournalEntry.h"
 #include "actions/StagedCopy.h"
 #include "actions/SystemError.h"
 
@@ -22,14 +23,16 @@ tl::expected<void, FileError> refuseInsideItself(const std::string& verb, const 
                                     target.path(), std::make_error_code(std::errc::invalid_argument)));
 }
 
-tl::expected<std::string, FileError> copyItem(const std::string& source, const Destination& destination) {
+tl::expected<std::string, FileError> copyItem(const std::string& source, const Destination& destination,
+                                              const TransferContext& context) {
     const auto from = ItemPlace::open(source);
     if (!from) return tl::unexpected(from.error());
     const auto to = ItemPlace::open(destination.path);
     if (!to) return tl::unexpected(to.error());
     if (auto fine = refuseInsideItself("copy", *from, to->folder); !fine) return tl::unexpected(fine.error());
 
-    auto staged = StagedCopy::make(*from, to->folder);
+    JournalEntry notes(context.journal, *from, false);
+    auto staged = StagedCopy::make(*from, to->folder, notes, context.progress);
     if (!staged) return tl::unexpected(staged.error());
     auto path =
         takeFreeName(destination, [&staged](const std::string& name) { return staged->rename(name); });

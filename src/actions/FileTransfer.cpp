@@ -11,7 +11,7 @@ FileTransfer::move(const std::string& source, const std::string& destination, Ne
     const auto prepared = prepare(source, destination, std::move(nextPath));
     if (!prepared) return tl::unexpected(prepared.error());
     const bool leavesTrash = trash_.isDesktopTrash(parentPath(source));
-    auto path = moveItem(source, *prepared);
+    auto path = moveItem(source, *prepared, context_);
     if (path && leavesTrash) trash_.removeRecord(lastPathComponent(source));
     return path;
 }
@@ -20,7 +20,7 @@ tl::expected<std::string, FileError>
 FileTransfer::copy(const std::string& source, const std::string& destination, NextPath nextPath) const {
     const auto prepared = prepare(source, destination, std::move(nextPath));
     if (!prepared) return tl::unexpected(prepared.error());
-    return copyItem(source, *prepared);
+    return copyItem(source, *prepared, context_);
 }
 
 tl::expected<std::string, FileError> FileTransfer::moveToTrash(const std::string& source,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "actions/Destination.h"
+#include "actions/TransferContext.h"
 #include "actions/TrashFolder.h"
 
 namespace brimwick {
@@ -11,7 +12,8 @@ class FileTransfer {
   public:
     using NextPath = std::function<std::string()>;
 
-    explicit FileTransfer(const std::string& realHomeDirectory) : trash_(realHomeDirectory) {}
+    FileTransfer(const std::string& realHomeDirectory, TransferContext context)
+        : trash_(realHomeDirectory), context_(context) {}
 
     /// `nextPath` yields another path in the same folder when one is taken. The path that it got in the end.
     tl::expected<std::string, FileError> move(const std::string& source, const std::string& destination,
@@ -27,6 +29,7 @@ class FileTransfer {
                                                  NextPath nextPath) const;
 
     TrashFolder trash_;
+    TransferContext context_;
 };
 
 } // namespace brimwick

@@ -1,19 +1,23 @@
 #include "actions/MoveItem.h"
 
 #include "actions/CopyItem.h"
+#include "actions/JournalEntry.h"
 #include "actions/RemoveVerified.h"
 #include "actions/RenameWithoutReplacing.h"
 #include "actions/StagedCopy.h"
+#include "actions/TransferProgress.h"
 
 namespace brimwick {
 
 namespace {
 
 tl::expected<std::string, FileError> moveByCopy(const ItemPlace& from, const ItemPlace& to,
-                                                const Destination& destination) {
+                                                const Destination& destination,
+                                                const TransferContext& context) {
     if (auto error = checkRemovable(from))
         return tl::unexpected(fileError("Could not move", from.path(), destination.path, error));
-    auto staged = StagedCopy::make(from, to.folder);
+    JournalEntry notes(context.journal, from, true);
+    auto staged = StagedCopy::make(from, to.folder, notes, context.progress);
     if (!staged) return tl::unexpected(staged.error());
     auto path =
         takeFreeName(destination, [&staged](const std::string& name) { return staged->rename(name); });
@@ -22,13 +26,17 @@ tl::expected<std::string, FileError> moveByCopy(const ItemPlace& from, const Ite
     if (auto error = to.folder.sync())
         return tl::unexpected(fileError("Copied, but not removed, as a power cut may undo the copy,",
                                         from.path(), *path, error));
-    if (auto removed = removeVerified(from, staged->log()); !removed) return tl::unexpected(removed.error());
+    if (auto removed = removeVerified(from, staged->log(), notes); !removed)
+        return tl::unexpected(removed.error());
     return *path;
 }
 
 } // namespace
 
-tl::expected<std::string, FileError> moveItem(const std::string& source, const Destination& destination) {
+tl::expected<std::string, FileError> moveItem(const std::string& source, const Destination& destination,
+                                              const TransferContext& context) {
+    if (auto cancelled = context.progress.checkCancelled())
+        return tl::unexpected(fileError("Could not move", source, destination.path, cancelled));
     const auto from = ItemPlace::open(source);
     if (!from) return tl::unexpected(from.error());
     const auto to = ItemPlace::open(destination.path);
@@ -39,7 +47,8 @@ tl::expected<std::string, FileError> moveItem(const std::string& source, const D
         return renameWithoutReplacing(from->folder.descriptor(), from->name, to->folder.descriptor(), name);
     });
     // The kernel knows best what lies on the same file system.
-    if (!path && path.error() == std::errc::cross_device_link) return moveByCopy(*from, *to, destination);
+    if (!path && path.error() == std::errc::cross_device_link)
+        return moveByCopy(*from, *to, destination, context);
     if (!path) return tl::unexpected(fileError("Could not move", source, destination.path, path.error()));
 
     std::error_code unsafe = to->folder.sync();

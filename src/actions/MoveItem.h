@@ -1,6 +1,7 @@
 #pragma once
 
 #include "actions/Destination.h"
+#include "actions/TransferContext.h"
 
 namespace brimwick {
 
@@ -10,6 +11,7 @@ namespace brimwick {
 ///
 /// The path at which the item lies in the end. When it fails the source is where it was and nothing is left
 /// behind, unless the error says that the item was moved or copied.
-tl::expected<std::string, FileError> moveItem(const std::string& source, const Destination& destination);
+tl::expected<std::string, FileError> moveItem(const std::string& source, const Destination& destination,
+                                              const TransferContext& context);
 
 } // namespace brimwick

@@ -5,6 +5,7 @@
 #include "actions/RenameWithoutReplacing.h"
 #include "actions/SystemError.h"
 #include "actions/TreeWalk.h"
+#include "actions/UniqueFileName.h"
 
 #include <fcntl.h>
 
@@ -89,13 +90,22 @@ std::error_code checkRemovable(const ItemPlace& source) {
     return {};
 }
 
-tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log) {
+tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log,
+                                             JournalEntry& notes) {
     const int folder = source.folder.descriptor();
     const std::string claimed = hiddenName("moved");
+    notes.claiming(claimed);
     // First under a name that nobody else opens: between looking and removing, no program can write into it.
     if (auto error = renameWithoutReplacing(folder, source.name, folder, claimed))
         return tl::unexpected(fileError("Copied, but could not remove", source.path(), error));
+    auto removed = removeClaimed(source, claimed, log);
+    if (somethingLiesAt(source.folder.pathOf(claimed))) notes.keepOpen();
+    return removed;
+}
 
+tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::string& claimed,
+                                            const CopyLog& log) {
+    const int folder = source.folder.descriptor();
     std::error_code error = verify(folder, claimed, log);
     const char* what = "Copied, but kept because it changed or could not be checked,";
     if (!error) {

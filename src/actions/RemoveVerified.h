@@ -1,6 +1,7 @@
 #pragma once
 
 #include "actions/EntryStamp.h"
+#include "actions/JournalEntry.h"
 #include "actions/OpenFolder.h"
 
 #include <tl/expected.hpp>
@@ -10,9 +11,15 @@ namespace brimwick {
 /// Whether the user may take names out of the folder of this item at all: asked before a long copy.
 [[nodiscard]] std::error_code checkRemovable(const ItemPlace& source);
 
-/// Removes an item of which a complete, durable copy exists, provided that it still is what was copied and
-/// that no program has one of its files open for writing. Otherwise it stays, or comes back, under its own
-/// name.
-tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log);
+/// The end of a move between file systems: removes the source, of which a complete, durable copy exists,
+/// provided that it still is what was copied and that no program has one of its files open for writing.
+/// Otherwise it stays, or comes back, under its own name.
+tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log,
+                                             JournalEntry& notes);
+
+/// The same for a source that goes by a hidden name already. It keeps that one where its own cannot be had
+/// back, and the error says so.
+tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::string& claimed,
+                                            const CopyLog& log);
 
 } // namespace brimwick

@@ -2,6 +2,7 @@
 
 #include "actions/CopyEntry.h"
 #include "actions/CopyFolder.h"
+#include "actions/FreeSpace.h"
 #include "actions/HiddenName.h"
 #include "actions/RemoveTree.h"
 #include "actions/RenameWithoutReplacing.h"
@@ -18,18 +19,19 @@ struct CopyFailure {
     std::string relativePath;
 };
 
-tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, const NameInFolder& staged) {
+tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, const NameInFolder& staged,
+                                                 TransferProgress& progress) {
     const NameInFolder from{source.folder.descriptor(), source.name};
     struct stat status {};
     if (fstatat(from.folder, from.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
         return tl::unexpected(CopyFailure{lastSystemError(), ""});
     if (S_ISDIR(status.st_mode)) {
-        auto log = copyFolder(from, staged);
+        auto log = copyFolder(from, staged, progress);
         if (!log) return tl::unexpected(CopyFailure{log.error().code, log.error().relativePath});
         return std::move(*log);
     }
     std::error_code error = std::make_error_code(std::errc::operation_not_supported);
-    if (S_ISREG(status.st_mode)) error = copyRegularFile(from, staged, Flush::AtOnce, status);
+    if (S_ISREG(status.st_mode)) error = copyRegularFile(from, staged, Flush::AtOnce, status, progress);
     if (S_ISLNK(status.st_mode)) error = copySymbolicLink(from, staged, status);
     if (error) return tl::unexpected(CopyFailure{error, ""});
     return CopyLog{{"", 0, EntryStamp(status)}};
@@ -37,9 +39,15 @@ tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, const 
 
 } // namespace
 
-tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, const OpenFolder& target) {
-    StagedCopy staged(target, hiddenName("part"));
-    auto log = copyUnderName(source, {target.descriptor(), staged.name_});
+tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, const OpenFolder& target,
+                                                     JournalEntry& notes, TransferProgress& progress) {
+    if (auto fits = checkFreeSpace(source, target); !fits) return tl::unexpected(fits.error());
+    StagedCopy staged(target, hiddenName("part"), notes);
+    notes.staging(target, staged.name_);
+    auto log = copyUnderName(source, {target.descriptor(), staged.name_}, progress);
+    // The last moment at which nothing has happened yet.
+    if (auto cancelled = progress.checkCancelled(); log && cancelled)
+        log = tl::unexpected(CopyFailure{cancelled, ""});
     if (log) {
         staged.log_ = std::move(*log);
         return staged;
@@ -55,7 +63,8 @@ tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, co
 }
 
 StagedCopy::StagedCopy(StagedCopy&& other) noexcept
-    : target_(other.target_), name_(std::exchange(other.name_, {})), log_(std::move(other.log_)) {}
+    : target_(other.target_), name_(std::exchange(other.name_, {})), notes_(other.notes_),
+      log_(std::move(other.log_)) {}
 
 StagedCopy::~StagedCopy() {
     discard();
@@ -63,6 +72,7 @@ StagedCopy::~StagedCopy() {
 
 std::error_code StagedCopy::rename(const std::string& name) {
     const int folder = target_.descriptor();
+    notes_.naming(target_, name_, name);
     if (auto error = renameWithoutReplacing(folder, name_, folder, name)) return error;
     name_.clear();
     return {};
@@ -73,7 +83,9 @@ std::error_code StagedCopy::discard() {
     const std::string name = std::exchange(name_, {});
     // A disk that had a bad moment may have recovered.
     if (!removeTree(target_.descriptor(), name)) return {};
-    return removeTree(target_.descriptor(), name);
+    const std::error_code error = removeTree(target_.descriptor(), name);
+    if (error) notes_.keepOpen();
+    return error;
 }
 
 } // namespace brimwick

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "actions/EntryStamp.h"
+#include "actions/JournalEntry.h"
 #include "actions/OpenFolder.h"
+#include "actions/TransferProgress.h"
 
 #include <tl/expected.hpp>
 
@@ -10,11 +12,13 @@
 namespace brimwick {
 
 /// A complete, durable copy of an item under a hidden name in its target folder, waiting for its final name.
-/// It disappears when it does not get one. The target folder must outlive it.
+/// It disappears when it does not get one. The target folder and the notes must
+/// outlive it.
 class StagedCopy {
   public:
     /// Copies a file, a symbolic link or a whole folder. Fails without a trace.
-    static tl::expected<StagedCopy, FileError> make(const ItemPlace& source, const OpenFolder& target);
+    static tl::expected<StagedCopy, FileError> make(const ItemPlace& source, const OpenFolder& target,
+                                                    JournalEntry& notes, TransferProgress& progress);
     StagedCopy(StagedCopy&& other) noexcept;
     StagedCopy& operator=(StagedCopy&&) = delete;
     ~StagedCopy();
@@ -25,11 +29,13 @@ class StagedCopy {
     const CopyLog& log() const { return log_; }
 
   private:
-    StagedCopy(const OpenFolder& target, std::string name) : target_(target), name_(std::move(name)) {}
+    StagedCopy(const OpenFolder& target, std::string name, JournalEntry& notes)
+        : target_(target), name_(std::move(name)), notes_(notes) {}
     std::error_code discard();
 
     const OpenFolder& target_;
     std::string name_; ///< empty when nothing is left to discard
+    JournalEntry& notes_;
     CopyLog log_;
 };
 

@@ -3,10 +3,13 @@
 #include "app/KeyDispatcher.h"
 #include "app/KeyEventReader.h"
 #include "model/RealHomeDirectory.h"
+#include "picker/InputBarrier.h"
 
 #include <QIcon>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QWidget>
+#include <QWindow>
 #include <qpa/qwindowsysteminterface.h>
 
 #include <cstdio>
@@ -28,6 +31,11 @@ std::string BWApplication::realHomeDirectory() {
 
 bool BWApplication::notify(QObject* receiver, QEvent* event) {
     try {
+        if (restricted_ && !isAdmitted(receiver, *event)) {
+            event->ignore();
+            return true;
+        }
+        if (restricted_) return QApplication::notify(receiver, event);
         const QEvent::Type type = event->type();
         const bool isKey =
             type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride;
@@ -46,6 +54,19 @@ bool BWApplication::notify(QObject* receiver, QEvent* event) {
         std::fprintf(stderr, "brimwick: %s\n", failure.what());
     }
     return false;
+}
+
+void BWApplication::restrictInputTo(const QWidget* window) {
+    restricted_ = true;
+    inputWindow_ = window;
+}
+
+bool BWApplication::isAdmitted(const QObject* receiver, const QEvent& event) const {
+    if (!InputBarrier::isInput(event) && event.type() != QEvent::Close) return true;
+    if (inputWindow_ == nullptr) return false;
+    const auto* widget = qobject_cast<const QWidget*>(receiver);
+    return receiver == inputWindow_->windowHandle() ||
+           (widget != nullptr && widget->window() == inputWindow_);
 }
 
 bool BWApplication::dispatchKey(QKeyEvent& event) {

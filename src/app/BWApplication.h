@@ -26,11 +26,19 @@ class BWApplication : public QApplication {
         keyEvents_ = keyEvents;
     }
 
+    /// From now on input reaches that window alone, or no window if it is null, and no window can be closed
+    /// but it; what comes for others is dropped.
+    void restrictInputTo(const QWidget* window);
+    void liftRestriction() { restricted_ = false; }
+
     bool notify(QObject* receiver, QEvent* event) override;
 
   private:
     bool dispatchKey(QKeyEvent& event);
+    bool isAdmitted(const QObject* receiver, const QEvent& event) const;
 
+    bool restricted_ = false;
+    const QWidget* inputWindow_ = nullptr;
     KeyDispatcher* dispatcher_ = nullptr;
     KeyEventReader* keyEvents_ = nullptr;
     /// The one that was dispatched and is on its way to its widget; null when there is none.

@@ -6,10 +6,11 @@
 
 namespace brimwick {
 
-BWView::BWView(BWModel& model, const Ports& ports, UserNotifications& notifications,
-               WorkspaceNotificationCenter& notificationCenter, const EntryIcons& icons, Resources resources)
+BWView::BWView(BWModel& model, const ActionServices& actions, const Ports& ports,
+               UserNotifications& notifications, WorkspaceNotificationCenter& notificationCenter,
+               const EntryIcons& icons, Resources resources)
     : model_(model), notifications_(notifications), notificationCenter_(notificationCenter),
-      keyboardLayout_(ports.keyboardLayout), resources_(std::move(resources)),
+      mainLoop_(ports.mainLoop), keyboardLayout_(ports.keyboardLayout), resources_(std::move(resources)),
       preferences_({model.preferences(), model.hotKeys(), model.folderIndexer().indexedFolders(),
                     ports.keyboardLayout, ports.mainLoop, ports.windowSystem,
                     [this] {
@@ -18,12 +19,12 @@ BWView::BWView(BWModel& model, const Ports& ports, UserNotifications& notificati
                     [this] { setMenuItemKeyEquivalents(); }, BWApplication::terminate}),
       picker_(PickerSurroundings{
           model.preferences(), model.folderSearch(), model.undoStack(), model.sounds(), notifications,
-          ports.fileManager, ports.windowSystem, notificationCenter, icons, model.homeDirectory(),
+          actions, ports.fileManager, ports.windowSystem, notificationCenter, icons, model.homeDirectory(),
           [this] { return model_.indexRebuilder().indexIsRebuilding(); },
           [this] { return model_.indexRebuilder().indexHasBeenInitialized(); },
           [this] { showRebuildIndexProgressIndicator(); }, [this] { preferences_.hidePreferences(); }}),
       statusMenu_(
-          model.undoStack(), model.redoStack(),
+          model.undoStack(), model.redoStack(), ports.mainLoop,
           [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); },
           [this] {
               picker_.wickWindow().setPhantomMode(true);
@@ -32,7 +33,8 @@ BWView::BWView(BWModel& model, const Ports& ports, UserNotifications& notificati
       keyDispatcher_(picker_, preferences_), keyEvents_(ports.keyboardLayout),
       requests_(ports.instance, model.folderIndexer(), model.indexRebuilder()) {
     model_.indexRebuilder().setObserver(*this);
-    model_.hotKeys().setInvocation([this](Mode mode) { hotKeyWasReleased(mode); });
+    model_.hotKeys().setInvocation(
+        [this](Mode mode) { mainLoop_.runWhenFree([this, mode] { hotKeyWasReleased(mode); }); });
     keyboardLayout_.setChangedHandler([this] {
         preferences_.hotKeyFields().refresh();
         setMenuItemKeyEquivalents();

@@ -20,8 +20,9 @@ namespace brimwick {
 class BWView : public RebuildObserver {
   public:
     /// Everything outlives the view.
-    BWView(BWModel& model, const Ports& ports, UserNotifications& notifications,
-           WorkspaceNotificationCenter& notificationCenter, const EntryIcons& icons, Resources resources);
+    BWView(BWModel& model, const ActionServices& actions, const Ports& ports,
+           UserNotifications& notifications, WorkspaceNotificationCenter& notificationCenter,
+           const EntryIcons& icons, Resources resources);
 
     BWView(const BWView&) = delete;
     BWView& operator=(const BWView&) = delete;
@@ -59,6 +60,7 @@ class BWView : public RebuildObserver {
     BWModel& model_;
     UserNotifications& notifications_;
     WorkspaceNotificationCenter& notificationCenter_;
+    MainLoop& mainLoop_;
     KeyboardLayout& keyboardLayout_;
     Resources resources_;
     PreferencesController preferences_;

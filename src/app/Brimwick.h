@@ -1,5 +1,7 @@
 #pragma once
 
+#include "actions/FileJournal.h"
+#include "actions/RecoveryThread.h"
 #include "app/BWApplicationDelegate.h"
 #include "app/BWModel.h"
 #include "app/BWView.h"
@@ -10,8 +12,9 @@ namespace brimwick {
 /// The whole program: every service and controller, in the order in which they depend on each other.
 class Brimwick {
   public:
-    /// The ports outlive the program; `homeDirectory` is the user's, `resources` what ships.
-    Brimwick(const Ports& ports, const std::string& homeDirectory, const Resources& resources);
+    /// The ports and the runner outlive the program; `homeDirectory` is the user's, `resources` what ships.
+    Brimwick(const Ports& ports, WorkRunner& workRunner, const std::string& homeDirectory,
+             const Resources& resources);
 
     BWModel& model() { return model_; }
     BWView& view() { return view_; }
@@ -21,8 +24,10 @@ class Brimwick {
     EntryIcons icons_;
     UserNotifications notifications_;
     BWModel model_;
+    FileJournal fileJournal_;
     BWView view_;
     BWApplicationDelegate delegate_;
+    RecoveryThread recovery_;
 };
 
 } // namespace brimwick

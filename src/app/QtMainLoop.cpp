@@ -29,12 +29,30 @@ class QtRepeatingTimer : public RepeatingTimer {
 } // namespace
 
 void QtMainLoop::post(std::function<void()> task) {
-    QMetaObject::invokeMethod(&receiver_, std::move(task), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &receiver_, [this, task = std::move(task)] { run(task); }, Qt::QueuedConnection);
+}
+
+void QtMainLoop::run(std::function<void()> task) {
+    waiting_.push_back(std::move(task));
+    while (!waiting_.empty() && !held_) {
+        const std::function<void()> next = std::move(waiting_.front());
+        waiting_.pop_front();
+        next();
+    }
+}
+
+void QtMainLoop::setHeld(bool held) {
+    held_ = held;
+    // Not from here: who lets them come is in the midst of something still.
+    if (!held) post([] {});
 }
 
 std::unique_ptr<RepeatingTimer> QtMainLoop::repeatEvery(std::chrono::milliseconds interval,
                                                         std::function<void()> tick) {
-    return std::make_unique<QtRepeatingTimer>(receiver_, interval, std::move(tick));
+    return std::make_unique<QtRepeatingTimer>(receiver_, interval, [this, tick = std::move(tick)] {
+        if (!held_) tick();
+    });
 }
 
 } // namespace brimwick

@@ -24,9 +24,9 @@ StatusMenu::~StatusMenu() {
     redoStack_.setMenuItem(nullptr);
 }
 
-StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack,
+StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack, MainLoop& mainLoop,
                        std::function<void(Mode)> invoke, std::function<void()> showPreferences)
-    : undoStack_(undoStack), redoStack_(redoStack), invoke_(std::move(invoke)),
+    : undoStack_(undoStack), redoStack_(redoStack), mainLoop_(mainLoop), invoke_(std::move(invoke)),
       showPreferences_(std::move(showPreferences)),
       MoveFilesMenuItem_(addItem("Move Files...", &StatusMenu::moveFilesMenuItemSelected)),
       bwCopyFilesMenuItem_(addItem("Copy Files...", &StatusMenu::bwCopyFilesMenuItemSelected)),
@@ -44,7 +44,8 @@ StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStac
 
 QAction* StatusMenu::addItem(const char* title, void (StatusMenu::*handler)()) {
     QAction* item = statusMenu_.addAction(title);
-    QObject::connect(item, &QAction::triggered, &statusMenu_, [this, handler] { (this->*handler)(); });
+    QObject::connect(item, &QAction::triggered, &statusMenu_,
+                     [this, handler] { mainLoop_.runWhenFree([this, handler] { (this->*handler)(); }); });
     return item;
 }
 

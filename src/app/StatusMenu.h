@@ -6,6 +6,7 @@
 #include "model/PreferencesStore.h"
 #include "model/Resources.h"
 #include "platform/ports/KeyboardLayout.h"
+#include "platform/ports/MainLoop.h"
 
 #include <QMenu>
 #include <QSystemTrayIcon>
@@ -20,10 +21,10 @@ namespace brimwick {
 /// The status item and the menu behind it. Main thread only.
 class StatusMenu {
   public:
-    /// The stacks outlive the menu. `invoke` opens the picker in a mode, `showPreferences` the preferences in
-    /// its place.
-    StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack, std::function<void(Mode)> invoke,
-               std::function<void()> showPreferences);
+    /// The stacks and the loop outlive the menu. `invoke` opens the picker in a mode, `showPreferences` the
+    /// preferences in its place.
+    StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack, MainLoop& mainLoop,
+               std::function<void(Mode)> invoke, std::function<void()> showPreferences);
 
     StatusMenu(const StatusMenu&) = delete;
     StatusMenu& operator=(const StatusMenu&) = delete;
@@ -58,6 +59,7 @@ class StatusMenu {
 
     BWStack<BWAction>& undoStack_;
     BWStack<BWAction>& redoStack_;
+    MainLoop& mainLoop_;
     std::function<void(Mode)> invoke_;
     std::function<void()> showPreferences_;
     QMenu statusMenu_;

@@ -1,6 +1,7 @@
 #include "app/BWApplication.h"
 #include "app/Brimwick.h"
 #include "app/QtMainLoop.h"
+#include "app/RestrictedLoop.h"
 #include "app/commands/CommandLine.h"
 #include "model/RealHomeDirectory.h"
 #include "model/WholeFile.h"
@@ -75,7 +76,9 @@ int runProgram(int argc, char** argv) {
     const Capability hotKeys = platform.ports().hotKeys.capability();
     if (!hotKeys.available) complain("brimwick: " + hotKeys.reason);
 
-    Brimwick brimwick(platform.ports(), BWApplication::realHomeDirectory(), Resources(resourceDirectory()));
+    RestrictedLoop workRunner(mainLoop);
+    Brimwick brimwick(platform.ports(), workRunner, BWApplication::realHomeDirectory(),
+                      Resources(resourceDirectory()));
     platform.setNotificationFallback([&brimwick](const DesktopNotification& notification) {
         brimwick.view().statusMenu().showMessage(notification.summary, notification.body);
     });

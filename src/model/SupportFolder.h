@@ -9,4 +9,9 @@ inline std::string supportFolder(const std::string& homeDirectory) {
     return homeDirectory + "/Library/Application Support/Brimwick";
 }
 
+/// What is noted there of moves and copies under way.
+inline std::string fileJournalPath(const std::string& homeDirectory) {
+    return supportFolder(homeDirectory) + "/BrimwickJournal";
+}
+
 } // namespace brimwick

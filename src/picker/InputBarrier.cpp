@@ -5,10 +5,8 @@
 
 namespace brimwick {
 
-namespace {
-
-bool isInput(QEvent::Type type) {
-    switch (type) {
+bool InputBarrier::isInput(const QEvent& event) {
+    switch (event.type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride:
@@ -35,14 +33,12 @@ bool isInput(QEvent::Type type) {
     }
 }
 
-} // namespace
-
 void InputBarrier::guard(QWindow& window) {
     window.installEventFilter(this);
 }
 
 bool InputBarrier::eventFilter(QObject* /*window*/, QEvent* event) {
-    return isInput(event->type()) && isClosed_();
+    return isInput(*event) && isClosed_();
 }
 
 } // namespace brimwick

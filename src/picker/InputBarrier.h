@@ -15,6 +15,9 @@ class InputBarrier : public QObject {
     /// Asked at every event.
     explicit InputBarrier(std::function<bool()> isClosed) : isClosed_(std::move(isClosed)) {}
 
+    /// Whether an event is one of those.
+    static bool isInput(const QEvent& event);
+
     /// From now on; again and again does no harm.
     void guard(QWindow& window);
 

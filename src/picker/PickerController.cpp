@@ -105,9 +105,10 @@ void PickerController::folderWasShown() {
 }
 
 void PickerController::performAction(const BWSelectedFileOrFolder& targetFolder) {
-    const auto action = std::make_shared<BWAction>(
-        ActionModel{surroundings_.preferences, surroundings_.sounds, surroundings_.realHomeDirectory},
-        surroundings_.notifications);
+    const auto action =
+        std::make_shared<BWAction>(ActionModel{surroundings_.preferences, surroundings_.sounds,
+                                               surroundings_.actions, surroundings_.realHomeDirectory},
+                                   surroundings_.notifications);
     action->setActionType(mode_);
     const std::vector<BWSelectedFileOrFolder> files = finderSelectedFilesCopy();
     action->setSourceFiles(files);

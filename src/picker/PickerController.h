@@ -26,6 +26,7 @@ struct PickerSurroundings {
     BWStack<BWAction>& undoStack;
     SoundBox& sounds;
     UserNotifications& notifications;
+    ActionServices actions;
     FileManager& fileManager;
     WindowSystem& windowSystem;
     WorkspaceNotificationCenter& notificationCenter;

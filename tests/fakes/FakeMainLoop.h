@@ -19,6 +19,7 @@ class FakeMainLoop : public MainLoop {
         }
         posted_.notify_all();
     }
+    bool isHeld() const override { return held; }
     std::chrono::system_clock::time_point now() const override { return time; }
     std::unique_ptr<RepeatingTimer> repeatEvery(std::chrono::milliseconds interval,
                                                 std::function<void()> tick) override {
@@ -61,6 +62,7 @@ class FakeMainLoop : public MainLoop {
         return !tasks_.empty();
     }
 
+    bool held = false;
     std::chrono::system_clock::time_point time = std::chrono::system_clock::from_time_t(1'700'000'000);
 
   private:

@@ -144,6 +144,14 @@ def run_with(fault: Fault, command: list, meanwhile) -> Run:
     return Run(process.returncode, told, hung, met)
 
 
+def recover(driver: Path, home: Path) -> str:
+    """What the next start of the program does with what the last one left; returns what the user is told."""
+    command = [driver, "--home", home, "recover"]
+    done = subprocess.run(command, capture_output=True, errors="surrogateescape", timeout=RUN_TIMEOUT, **AS_USER)
+    assert done.returncode == 0, f"the recovery fails: {done.stderr}"
+    return done.stderr
+
+
 def _follow(trace, meanwhile) -> bool:
     """Reads what strace tells until its end, and acts where the driver was stopped; whether the fault came about."""
     met = False

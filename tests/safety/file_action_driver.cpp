@@ -1,20 +1,24 @@
 // file-action-driver [--home FOLDER] [--then-undo [--then-redo]] move|copy TARGET SOURCE...
+// file-action-driver [--home FOLDER] recover
 //
-// Performs one action from the command line, for sweeps that fail, kill and race every system call. What the
-// user would be told goes to stderr. Ends with 0 only when every run was answered with yes and left no file
-// out, but for the redo of a copy, which has nothing to copy.
+// Performs one action from the command line, for sweeps that fail, kill and race every system call, or puts
+// right what an earlier one left. What the user would be told goes to stderr. Ends with 0 only when every run
+// was answered with yes and left no file out, but for the redo of a copy, which has nothing to copy.
 
 #include "actions/BWAction.h"
+#include "actions/Recovery.h"
 #include "fakes/FakeMainLoop.h"
 #include "fakes/FakeSoundPlayer.h"
 #include "model/PathText.h"
 #include "model/RealHomeDirectory.h"
+#include "model/SupportFolder.h"
 
 #include <getopt.h>
 
 #include <array>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
@@ -33,6 +37,7 @@ class PrintedNotifications : public NotificationService {
 
 struct Request {
     std::string home;
+    bool recover = false;
     bool undo = false;
     bool redo = false;
     Mode type = BWModeMove;
@@ -57,6 +62,8 @@ std::optional<Request> parse(int count, char** words) {
     }
     const auto rest =
         std::span(words, static_cast<std::size_t>(count)).subspan(static_cast<std::size_t>(optind));
+    request.recover = rest.size() == 1 && std::string(rest[0]) == "recover";
+    if (request.recover) return request;
     if (rest.size() < 3 || (request.redo && !request.undo)) return std::nullopt;
     const std::string type = rest[0];
     if (type != "move" && type != "copy") return std::nullopt;
@@ -73,8 +80,20 @@ bool run(BWAction& action, std::int32_t direction) {
     return (direction == 0 ? action.targetFiles() : action.sourceFiles()).size() == wanted;
 }
 
+void recover(FileJournal& journal) {
+    for (const std::string& line : recoverInterrupted(journal, {}))
+        std::fprintf(stderr, "%s\n", line.c_str());
+}
+
 bool fulfil(const Request& request) {
     const std::string home = request.home.empty() ? realHomeDirectory() : request.home;
+    std::error_code noJournalThen;
+    std::filesystem::create_directories(supportFolder(home), noJournalThen);
+    FileJournal journal(fileJournalPath(home));
+    if (request.recover) {
+        recover(journal);
+        return true;
+    }
     const std::vector<BWSelectedFileOrFolder> noFolders;
     const PreferencesStore preferences(home, Resources(home), noFolders);
     FakeSoundPlayer silence;
@@ -83,7 +102,8 @@ bool fulfil(const Request& request) {
     const FakeMainLoop clock;
     UserNotifications notifications(printed, clock);
 
-    BWAction action({preferences, sounds, home}, notifications);
+    InPlaceWorkRunner workRunner;
+    BWAction action({preferences, sounds, {journal, workRunner}, home}, notifications);
     action.setActionType(request.type);
     BWAction::Files files;
     for (const std::string& path : request.sources)
@@ -108,7 +128,7 @@ int main(int count, char** words) {
         if (!request) {
             std::fputs(
                 "usage: file-action-driver [--home FOLDER] [--then-undo [--then-redo]] move|copy TARGET "
-                "SOURCE...\n",
+                "SOURCE...\n       file-action-driver [--home FOLDER] recover\n",
                 stderr);
             return brimwick::usageError;
         }

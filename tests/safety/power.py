@@ -8,8 +8,7 @@ from pathlib import Path
 from faults import CHANGING, Fault, calls_of_clean_run, run_with
 from mounts import Mounts
 from scenarios import Scenario
-from verdict import verdict
-from world import World
+from verdict import verdict_before_and_after_recovery
 
 DISK = (["mkfs.ext4", "-q", "-F"], "e2fsprogs", "32M")
 
@@ -21,7 +20,7 @@ class Nobody:
 
 
 class Disk:
-    """A world whose target is on a disk in a file, and what is on it after a power cut. A context manager."""
+    """A world whose target is on a disk in a file, which can be cut off its power. A context manager."""
 
     def __init__(self, scenario: Scenario, base: Path):
         self._stack = contextlib.ExitStack()
@@ -47,12 +46,13 @@ class Disk:
         for image in self._base.glob("*.image"):
             image.unlink()
 
-    def world_after_cut(self) -> World:
-        """As the next start of the machine finds it; the source's disk is taken to have been flushed."""
+    def cut(self):
+        """Puts the disk in the state in which the next start of the machine finds it; that of the source is taken to
+        have been flushed."""
         image = self._base / "after.image"
         subprocess.run(["cp", "--sparse=always", self._base / "disk.image", image], check=True)
-        disk = self._mounts.mount("ext4", image, self._mounts.folder("after"), "loop")
-        return self.world.with_target(disk / "target")
+        # Over the disk as it was.
+        self._mounts.mount("ext4", image, self._base / "disk", "loop")
 
 
 def faults_of(scenario: Scenario, base: Path, driver: Path) -> list:
@@ -67,7 +67,8 @@ def cut_once(scenario: Scenario, fault: Fault, base: Path, driver: Path) -> dict
     """The defects of one run in a new world."""
     with Disk(scenario, base) as disk:
         run = run_with(fault, scenario.command(driver, disk.world), None)
-        return verdict(scenario, disk.world_after_cut(), fault, run, Nobody())
+        disk.cut()
+        return verdict_before_and_after_recovery(scenario, disk.world, fault, run, Nobody(), driver)
 
 
 def sweep_power(scenario: Scenario, base: Path, driver: Path, sample=None, chance=None):

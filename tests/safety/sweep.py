@@ -18,7 +18,7 @@ from mounts import Mounts
 from power import sweep_power
 from scenarios import SCENARIOS, Scenario
 from snapshot import snapshot
-from verdict import DEFECTS, NUMBER, verdict
+from verdict import DEFECTS, NUMBER, verdict_before_and_after_recovery
 from world import World, give
 
 BUILT_DRIVER = Path(__file__).resolve().parents[2] / "build/release/tests/file-action-driver"
@@ -98,7 +98,7 @@ def run_once(scenario: Scenario, fault: Fault, ground: Ground) -> dict:
         intruder = Intruder(world)
         meanwhile = intruder.take_names if fault.kind == "RACE" else intruder.edit_first
         run = run_with(fault, scenario.command(ground.driver, world), meanwhile)
-        return verdict(scenario, world, fault, run, intruder)
+        return verdict_before_and_after_recovery(scenario, world, fault, run, intruder, ground.driver)
 
 
 def faults_of(scenario: Scenario, ground: Ground) -> list:

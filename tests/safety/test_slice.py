@@ -7,12 +7,14 @@ from pathlib import Path
 
 import pytest
 
+from kills import kill
 from power import sweep_power
 from scenarios import SCENARIOS
 from sweep import ground, sweep
 
 FAULTS_OF_A_SCENARIO = 12
 CUTS_OF_A_SCENARIO = 3
+KILLS = 12
 SEED = os.environ.get("BRIMWICK_SAFETY_SEED", "1")
 
 
@@ -54,6 +56,12 @@ def test_nothing_is_lost_to_a_power_cut(here_for_power, scenario):
     results = list(sweep_power(scenario, base / scenario.name, driver, CUTS_OF_A_SCENARIO, chance))
     assert len(results) == CUTS_OF_A_SCENARIO
     check(results)
+
+
+def test_a_tree_lies_whole_at_one_place_after_kills_at_random_moments():
+    wrong, met = kill(KILLS, SEED)
+    assert not wrong, f"seed {SEED}: " + "\n".join(wrong)
+    assert any("part" in state or "moved" in state for state in met), f"seed {SEED}: met only {met}"
 
 
 def check(results):

@@ -10,10 +10,11 @@ from scenarios import Scenario
 from sweep import ground, sweep
 
 LOOKING_DRIVER = """#!/bin/sh
+[ "$3" != recover ] || exit 0
 [ -e "$4/letter.txt" ] || exec mv -f -t "$4" -- "$5"
 """
 PLAIN_DRIVER = """#!/bin/sh
-# --home FOLDER move|copy TARGET SOURCE
+# --home FOLDER move|copy TARGET SOURCE, or recover, which it does not
 case $3 in
 move) exec mv -f -t "$4" -- "$5" ;;
 copy) exec cp -a -t "$4" -- "$5" ;;

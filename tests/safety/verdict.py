@@ -3,7 +3,7 @@
 import collections
 import re
 
-from faults import Fault, Run
+from faults import Fault, Run, recover
 from scenarios import Scenario
 from snapshot import is_remainder, snapshot
 from world import World
@@ -12,10 +12,17 @@ from world import World
 CALLS_OF_CLEARING = ("unlinkat", "openat", "getdents64", "newfstatat", "fchmod", "fstat", "fcntl", "renameat2")
 REMAINDER = "Copied, but could not remove all of"
 NUMBER = re.compile(r"\(\d+\)")
-DEFECTS = ("lost", "overwritten", "partial", "untrue", "litter", "late edit", "hung", "unmet")
+DEFECTS = ("lost", "overwritten", "partial", "untrue", "litter", "doubled", "late edit", "hung", "unmet")
 
 
-def verdict(scenario: Scenario, world: World, fault: Fault, run: Run, intruder) -> dict:
+def verdict_before_and_after_recovery(scenario, world: World, fault: Fault, run: Run, intruder, driver) -> dict:
+    """The defects of one run, and of what the next start makes of it."""
+    found = verdict(scenario, world, fault, run, intruder)
+    run.told += recover(driver, world.home)
+    return {**verdict(scenario, world, fault, run, intruder, recovered=True), **found}
+
+
+def verdict(scenario: Scenario, world: World, fault: Fault, run: Run, intruder, recovered=False) -> dict:
     """The defects of one run, each with what shows it. `intruder` is what another program did meanwhile."""
     found = collections.defaultdict(list)
     if run.hung:
@@ -26,11 +33,15 @@ def verdict(scenario: Scenario, world: World, fault: Fault, run: Run, intruder) 
     instances = _judge_items(scenario, world, run, intruder, found)
     if run.code == 0:
         _judge_success(scenario, world, instances, found)
-    clearing_fails = fault.lasts and fault.call in CALLS_OF_CLEARING
+    # Where the clean-up itself fails, the next start has to do it.
+    clearing_fails = fault.kind == "KILL" or (fault.lasts and fault.call in CALLS_OF_CLEARING)
     for path in world.hidden():
-        # Where the clean-up itself fails, the user is told what is left.
-        if fault.kind != "KILL" and not clearing_fails and path.name not in run.told:
+        if recovered or (not clearing_fails and path.name not in run.told):
             found["litter"].append(str(path))
+    if recovered and fault.kind == "KILL" and scenario.action == "move":
+        for name in world.originals:
+            if sum(instances[folder, name] for folder in world.folders) != 1:
+                found["doubled"].append(name)
     return dict(found)
 
 

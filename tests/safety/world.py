@@ -4,7 +4,7 @@ import contextlib
 import itertools
 import os
 import shutil
-from dataclasses import dataclass, field, replace
+from dataclasses import dataclass, field
 from pathlib import Path
 
 from snapshot import snapshot
@@ -46,13 +46,6 @@ class World:
             for path in sorted(folder.iterdir())
             if path not in self.items
         }
-
-    def with_target(self, target: Path):
-        """The same, with what was in the target's place now looked for elsewhere."""
-        moved = {
-            target / path.name if path.parent == self.target else path: shot for path, shot in self.bystanders.items()
-        }
-        return replace(self, target=target, bystanders=moved)
 
     def visible(self, folder: Path) -> list:
         return [path for path in sorted(folder.iterdir()) if not path.name.startswith(HIDDEN)]

@@ -1,3 +1,5 @@
+#include "actions/JournalLine.h"
+#include "model/SupportFolder.h"
 #include "ui/support/ProgramTest.h"
 
 #include <QLabel>
@@ -28,6 +30,29 @@ TEST_F(StartUp, SaysThatTheSupportFolderCannotBeMadeAndGoesOn) {
               (std::vector<std::string>{
                   "ERROR: Could not create Brimwick folder in you Application Support folder."}));
     EXPECT_TRUE(brimwick->view().preferencesUIHasBeenInitialized());
+}
+
+TEST_F(StartUp, PutsRightWhatAnEarlierRunLeftHalfDoneAndSaysSoInOneMessage) {
+    std::filesystem::create_directories(supportFolder());
+    home.makeFile("a", "first");
+    home.makeFile("b", "second");
+    std::ofstream journal(fileJournalPath(home.path()));
+    for (const std::string name : {"a", "b"}) {
+        InterruptedTransfer copy;
+        copy.source = home / name;
+        copy.staged = home.makeFile(".brimwick-1-" + name + ".part", name == "a" ? "fir" : "");
+        journal << static_cast<int>(name[0]) << ' ' << journalLineForStaging(copy) << '\n';
+    }
+    journal.close();
+    startWithoutIndex();
+    const std::string told =
+        "Cleaned up after an interrupted copy of file a, which is still in folder " + home.path() +
+        "\nCleaned up after an interrupted copy of file b, which is still in folder " + home.path();
+    const auto isTold = [&] { return std::ranges::count(notifications.texts(), told) == 1; };
+    while (!isTold()) ASSERT_TRUE(mainLoop.runNext());
+    EXPECT_FALSE(TemporaryFolder::exists(home / ".brimwick-1-a.part"));
+    EXPECT_FALSE(TemporaryFolder::exists(home / ".brimwick-1-b.part"));
+    EXPECT_EQ(TemporaryFolder::read(fileJournalPath(home.path())), "");
 }
 
 TEST_F(StartUp, InitializesTheInterfaceOnlyOnce) {

@@ -53,7 +53,7 @@ class ProgramTest : public testing::Test {
     void startWithoutIndex() {
         brimwick.emplace(Ports{hotKeys, keyboardLayout, fileManager, notifications, sounds, windowSystem,
                                folderEvents, mainLoop, instance},
-                         home.path(), Resources(BRIMWICK_RESOURCES));
+                         workRunner, home.path(), Resources(BRIMWICK_RESOURCES));
         static_cast<BWApplication*>(qApp)->setKeyDispatcher(&brimwick->view().keyDispatcher(),
                                                             &brimwick->view().keyEvents());
     }
@@ -120,6 +120,7 @@ class ProgramTest : public testing::Test {
     FakeFolderEventStream folderEvents;
     FakeMainLoop mainLoop;
     FakeInstanceService instance;
+    InPlaceWorkRunner workRunner;
     std::optional<Brimwick> brimwick;
 };
 

@@ -14,6 +14,7 @@ namespace brimwick {
 
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -46,7 +47,7 @@ class ActionTest : public testing::Test {
 
     BWAction action(Mode type, const Names& files, const std::string& from = "from",
                     const std::string& to = "to") {
-        BWAction made({preferences, sounds, home.path()}, view);
+        BWAction made({preferences, sounds, {journal, workRunner}, home.path()}, view);
         made.setActionType(type);
         BWAction::Files entries;
         for (const std::string& name : files)
@@ -67,14 +68,16 @@ class ActionTest : public testing::Test {
     PreferencesStore preferences{home.path(), Resources(home.path()), indexedFolders};
     FakeSoundPlayer player;
     SoundBox sounds{player, [] { return 0U; }};
+    FileJournal journal;
+    InPlaceWorkRunner workRunner;
     FakeNotificationService service;
     FakeMainLoop clock;
     UserNotifications view{service, clock};
 };
 
 TEST_F(ActionTest, StartsAsAMoveWithoutFilesAndFolders) {
-    const BWAction one({preferences, sounds, home.path()}, view);
-    const BWAction other({preferences, sounds, home.path()}, view);
+    const BWAction one({preferences, sounds, {journal, workRunner}, home.path()}, view);
+    const BWAction other({preferences, sounds, {journal, workRunner}, home.path()}, view);
     EXPECT_EQ(one.actionType(), BWModeMove);
     EXPECT_THAT(one.sourceFiles(), IsEmpty());
     EXPECT_THAT(one.targetFiles(), IsEmpty());
@@ -300,6 +303,44 @@ TEST_F(ActionTest, StopsAtTheFirstFileThatFails) {
     EXPECT_EQ(pathsOf(move.sourceFiles()), before);
     EXPECT_THAT(move.targetFiles(), IsEmpty());
     EXPECT_THAT(player.played, IsEmpty());
+}
+
+/// As a user who cancels at once.
+class CancellingWorkRunner : public WorkRunner {
+  public:
+    void run(const FileWork& work) override {
+        title = work.title;
+        work.progress.cancel();
+        work.perform();
+        work.report();
+    }
+    std::string title;
+};
+
+TEST_F(ActionTest, CancelledLeavesTheItemInWorkAndTheRestAsTheyAre) {
+    home.makeFile("from/a");
+    home.makeFile("from/b");
+    for (const Mode type : {BWModeMove, BWModeCopy}) {
+        CancellingWorkRunner cancelling;
+        BWAction cancelled({preferences, sounds, {journal, cancelling}, home.path()}, view);
+        const BWAction model = action(type, {"a", "b"});
+        cancelled.setActionType(type);
+        cancelled.setSourceFiles(model.sourceFiles());
+        cancelled.setSourceFolder(model.sourceFolder());
+        cancelled.setTargetFolder(model.targetFolder());
+        service.delivered.clear();
+        EXPECT_FALSE(cancelled.performActionInDirection(forwards));
+        EXPECT_EQ(cancelling.title, type == BWModeMove ? "Moving to to" : "Copying to to");
+        const std::string error =
+            type == BWModeMove ? "Error moving file: Could not move" : "Error copying file: Could not copy";
+        EXPECT_THAT(service.texts(), ElementsAre(AllOf(StartsWith(error + " \"" + (home / "from/a") +
+                                                                  "\" to \"" + (home / "to")),
+                                                       testing::EndsWith("\": Operation canceled"))));
+        EXPECT_THAT(namesIn(home / "to"), IsEmpty());
+        EXPECT_THAT(namesIn(home / "from"), ElementsAre("a", "b"));
+        EXPECT_THAT(cancelled.targetFiles(), IsEmpty());
+        EXPECT_THAT(player.played, IsEmpty());
+    }
 }
 
 TEST_F(ActionTest, TellsWhyACopyFailed) {

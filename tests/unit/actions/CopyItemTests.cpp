@@ -1,5 +1,3 @@
-#include "actions/CopyItem.h"
-#include "actions/MoveItem.h"
 #include "fakes/OrdinaryUser.h"
 #include "platform/ports/FileDescriptor.h"
 
@@ -12,6 +10,7 @@
 #include <thread>
 
 #include "unit/actions/FileFacts.h"
+#include "unit/actions/Transfers.h"
 
 namespace brimwick {
 
@@ -283,7 +282,7 @@ bool onSmallDisk(const std::string& mountPoint, const std::function<void()>& bod
     return mounted;
 }
 
-TEST(CopyItemOnAFullDisk, LeavesNothingAndKeepsTheSource) {
+TEST(CopyItemOnAFullDisk, IsRefusedBeforeItBeginsWhenItCannotFit) {
     const TemporaryFolder source;
     const TemporaryFolder disk;
     source.makeFolder("d");
@@ -292,9 +291,11 @@ TEST(CopyItemOnAFullDisk, LeavesNothingAndKeepsTheSource) {
     const bool ran = onSmallDisk(disk.path(), [&] {
         const auto copied = copyItem(source / "d", at(disk / "d"));
         ASSERT_FALSE(copied);
-        EXPECT_EQ(copied.error().description, "Could not copy \"" + (source / "d/second") + "\" to \"" +
-                                                  disk.path() + "\": No space left on device");
-        EXPECT_THAT(namesIn(disk.path()), IsEmpty());
+        EXPECT_THAT(
+            copied.error().description,
+            testing::StartsWith("Could not copy \"" + (source / "d") + "\" to \"" + disk.path() +
+                                "\": No space left on device (it takes 1.3 MB, and 1.0 MB are free)"));
+        EXPECT_EQ(copied.error().code, std::errc::no_space_on_device);
         EXPECT_FALSE(moveItem(source / "d", at(disk / "d")));
         EXPECT_THAT(namesIn(disk.path()), IsEmpty());
         EXPECT_TRUE(moveItem(source / "d/first", at(disk / "first")));
@@ -302,6 +303,39 @@ TEST(CopyItemOnAFullDisk, LeavesNothingAndKeepsTheSource) {
     if (!ran) GTEST_SKIP() << "only root may mount the small disk; writes that fail are tested above";
     EXPECT_THAT(namesIn(source / "d"), ElementsAre("second"));
     EXPECT_EQ(statusOf(source / "d/second").st_size, 900'000);
+}
+
+TEST(CopyItemOnAFullDisk, LeavesNothingAndKeepsTheSource) {
+    const TemporaryFolder source;
+    const TemporaryFolder disk;
+    source.makeFolder("d");
+    // Each takes a block, though it holds one byte.
+    constexpr std::size_t files = 400;
+    for (std::size_t i = 0; i < files; ++i) source.makeFile("d/" + std::to_string(i), "1");
+    const bool ran = onSmallDisk(disk.path(), [&] {
+        for (const auto& result :
+             {copyItem(source / "d", at(disk / "d")), moveItem(source / "d", at(disk / "d"))}) {
+            ASSERT_FALSE(result);
+            EXPECT_THAT(result.error().description,
+                        AllOf(testing::StartsWith("Could not copy \"" + (source / "d/")),
+                              testing::EndsWith("to \"" + disk.path() + "\": No space left on device")));
+            EXPECT_THAT(namesIn(disk.path()), IsEmpty());
+        }
+    });
+    if (!ran) GTEST_SKIP() << "only root may mount the small disk; writes that fail are tested above";
+    EXPECT_EQ(namesIn(source / "d").size(), files);
+}
+
+TEST(CopyItemOnAFullDisk, HolesTakeNoSpace) {
+    const TemporaryFolder source;
+    const TemporaryFolder disk;
+    source.makeFile("film", "begin");
+    std::filesystem::resize_file(source / "film", 50'000'000);
+    const bool ran = onSmallDisk(disk.path(), [&] {
+        EXPECT_TRUE(copyItem(source / "film", at(disk / "film")));
+        EXPECT_EQ(statusOf(disk / "film").st_size, 50'000'000);
+    });
+    if (!ran) GTEST_SKIP() << "only root may mount the small disk";
 }
 
 } // namespace

@@ -1,4 +1,6 @@
+#include "actions/FileJournal.h"
 #include "actions/FileTransfer.h"
+#include "actions/TransferProgress.h"
 
 #include <gmock/gmock.h>
 
@@ -23,7 +25,9 @@ class TrashTest : public testing::Test {
     std::string info() const { return home / ".local/share/Trash/info"; }
 
     TemporaryFolder home;
-    FileTransfer transfer{home.path()};
+    FileJournal journal;
+    TransferProgress progress;
+    FileTransfer transfer{home.path(), {journal, progress}};
 };
 
 TEST_F(TrashTest, FirstUseLeadsToTheDesktopsTrash) {
@@ -40,7 +44,7 @@ TEST_F(TrashTest, FirstUseLeadsToTheDesktopsTrash) {
 TEST_F(TrashTest, HonoursTheConfiguredDataFolder) {
     setenv("XDG_DATA_HOME", (home / "data").c_str(), 1);
     home.makeFile("a");
-    ASSERT_TRUE(FileTransfer(home.path()).moveToTrash(home / "a", "a"));
+    ASSERT_TRUE(FileTransfer(home.path(), {journal, progress}).moveToTrash(home / "a", "a"));
     EXPECT_THAT(namesIn(home / "data/Trash/files"), ElementsAre("a"));
     EXPECT_FALSE(TemporaryFolder::exists(home / ".local"));
 }

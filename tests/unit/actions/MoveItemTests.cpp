@@ -1,4 +1,3 @@
-#include "actions/MoveItem.h"
 #include "fakes/OrdinaryUser.h"
 #include "platform/ports/FileDescriptor.h"
 
@@ -7,6 +6,7 @@
 #include <sys/un.h>
 
 #include "unit/actions/FileFacts.h"
+#include "unit/actions/Transfers.h"
 
 namespace brimwick {
 

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "actions/FileTransfer.h"
+#include "actions/TransferProgress.h"
+
+#include <tl/expected.hpp>
+
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace brimwick {
+
+/// What an action does to each file.
+enum class FileOperation {
+    Move,
+    Copy,
+    Trash ///< the undoing of a copy
+};
+
+/// One run of an action over its files, in their order, up to the first that fails. Knows nothing of the
+/// user: what it did is fetched from it.
+class ActionRun {
+  public:
+    struct File {
+        std::string path;
+        std::string name;
+    };
+    struct Report {
+        std::string name;
+        /// The path to record for the file, or why it was not handled; the last report then.
+        tl::expected<std::string, FileError> path;
+    };
+
+    /// `folder` is where the files go, or came from when they are trashed.
+    ActionRun(FileOperation operation, std::vector<File> files, std::string folder,
+              const std::string& realHomeDirectory, FileJournal& journal);
+
+    /// Handles the files. Files that cannot be read are left out. On any thread, one at a time in the whole
+    /// process.
+    void perform();
+    /// What has become of files since the last call, in their order. Any thread.
+    std::vector<Report> takeReports();
+    TransferProgress& progress() { return progress_; }
+
+  private:
+    void countBytes();
+    tl::expected<std::string, FileError> handle(const File& file) const;
+    void report(const File& file, tl::expected<std::string, FileError> path);
+
+    FileOperation operation_;
+    std::vector<File> files_;
+    std::string folder_;
+    TransferProgress progress_;
+    FileTransfer transfer_;
+    std::mutex mutex_;
+    std::vector<Report> reports_;
+};
+
+} // namespace brimwick

@@ -1,0 +1,155 @@
+#include "actions/CompareTrees.h"
+
+#include "actions/FolderCursor.h"
+#include "actions/OpenFolder.h"
+#include "actions/SystemError.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace brimwick {
+
+namespace {
+
+constexpr std::size_t blockSize = std::size_t{1} << 20U;
+
+std::error_code different() {
+    return std::make_error_code(std::errc::device_or_resource_busy);
+}
+
+FileDescriptor openFileIn(const NameInFolder& place) {
+    return FileDescriptor(
+        openat(place.folder, place.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+}
+
+/// Reads until the block is full or the file ends; negative when it cannot.
+ssize_t readBlock(int file, std::vector<char>& block, off_t offset) {
+    std::size_t filled = 0;
+    while (filled < block.size()) {
+        const ssize_t got =
+            pread(file, block.data() + filled, block.size() - filled, offset + static_cast<off_t>(filled));
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return got;
+        if (got == 0) break;
+        filled += static_cast<std::size_t>(got);
+    }
+    return static_cast<ssize_t>(filled);
+}
+
+class Comparison : public TreeVisitor {
+  public:
+    Comparison(const ComparedTrees& trees, const std::stop_token& stop) : trees_(trees), stop_(stop) {}
+
+    std::error_code run() {
+        struct stat status {};
+        if (fstatat(trees_.item.folder, trees_.item.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+            return lastSystemError();
+        if (!S_ISDIR(status.st_mode)) return compareEntry(trees_.item, trees_.other, status, 0, "");
+        FileDescriptor item = openFolderIn(trees_.item.folder, trees_.item.name);
+        if (!item) return lastSystemError();
+        FileDescriptor other = openFolderIn(trees_.other.folder, trees_.other.name);
+        if (!other) return lastSystemError();
+        other_.emplace(std::move(other));
+        auto walked = walkTree(std::move(item), *this);
+        if (walked) return {};
+        where_ = walked.error().relativePath;
+        return walked.error().code;
+    }
+
+    std::error_code visitEntry(int parent, const std::string& name, const struct stat& status) override {
+        return compareEntry({parent, name}, {other_->folder(), name}, status, other_->depth() + 1, name);
+    }
+
+    std::error_code enterFolder(int, const std::string& name, const struct stat& status) override {
+        if (auto error = checkUnchanged(status)) return error;
+        if (!name.empty()) {
+            if (auto error = other_->enter(name)) return error;
+        }
+        log_.push_back({name, other_->depth(), EntryStamp(status)});
+        return {};
+    }
+
+    std::error_code leaveFolder(int, const struct stat&) override {
+        return other_->depth() == 0 ? std::error_code() : other_->leave();
+    }
+
+    const std::string& where() const { return where_; }
+    CopyLog takeLog() { return std::move(log_); }
+
+  private:
+    std::error_code compareEntry(const NameInFolder& one, const NameInFolder& other,
+                                 const struct stat& status, std::size_t depth, const std::string& name) {
+        if (auto error = checkUnchanged(status)) return error;
+        std::error_code error = different();
+        if (S_ISREG(status.st_mode)) error = compareFiles(one, other);
+        if (S_ISLNK(status.st_mode)) error = compareLinks(one, other);
+        if (error) return error;
+        log_.push_back({name, depth, EntryStamp(status)});
+        return {};
+    }
+
+    std::error_code checkUnchanged(const struct stat& status) const {
+        const auto changed =
+            std::chrono::seconds(status.st_ctim.tv_sec) + std::chrono::nanoseconds(status.st_ctim.tv_nsec);
+        return trees_.unchangedSince && changed > *trees_.unchangedSince ? different() : std::error_code();
+    }
+
+    std::error_code compareFiles(const NameInFolder& one, const NameInFolder& other) {
+        const FileDescriptor oneFile = openFileIn(one);
+        if (!oneFile) return lastSystemError();
+        const FileDescriptor otherFile = openFileIn(other);
+        if (!otherFile) return lastSystemError();
+        struct stat oneStatus {};
+        struct stat otherStatus {};
+        if (fstat(oneFile.get(), &oneStatus) != 0 || fstat(otherFile.get(), &otherStatus) != 0)
+            return lastSystemError();
+        const bool sizesFit = trees_.files == FileMatch::Same ? oneStatus.st_size == otherStatus.st_size
+                                                              : oneStatus.st_size <= otherStatus.st_size;
+        if (!S_ISREG(oneStatus.st_mode) || !S_ISREG(otherStatus.st_mode) || !sizesFit) return different();
+        return compareContents(oneFile.get(), otherFile.get());
+    }
+
+    std::error_code compareContents(int one, int other) {
+        for (off_t offset = 0;;) {
+            if (stop_.stop_requested()) return std::make_error_code(std::errc::operation_canceled);
+            const ssize_t length = readBlock(one, block_, offset);
+            if (length < 0) return lastSystemError();
+            if (length == 0) return {};
+            const ssize_t otherLength = readBlock(other, otherBlock_, offset);
+            if (otherLength < 0) return lastSystemError();
+            if (otherLength < length ||
+                !std::equal(block_.begin(), block_.begin() + length, otherBlock_.begin()))
+                return different();
+            offset += length;
+        }
+    }
+
+    static std::error_code compareLinks(const NameInFolder& one, const NameInFolder& other) {
+        const auto target = readLink(one);
+        if (!target) return target.error();
+        const auto otherTarget = readLink(other);
+        if (!otherTarget) return otherTarget.error();
+        return *target == *otherTarget ? std::error_code() : different();
+    }
+
+    const ComparedTrees& trees_;
+    const std::stop_token& stop_;
+    /// Stands where the walk stands, in the other tree.
+    std::optional<FolderCursor> other_;
+    CopyLog log_;
+    std::string where_;
+    std::vector<char> block_ = std::vector<char>(blockSize);
+    std::vector<char> otherBlock_ = std::vector<char>(blockSize);
+};
+
+} // namespace
+
+tl::expected<CopyLog, TreeWalkError> compareTrees(const ComparedTrees& trees, const std::stop_token& stop) {
+    Comparison comparison(trees, stop);
+    if (auto error = comparison.run()) return tl::unexpected(TreeWalkError{error, comparison.where()});
+    return comparison.takeLog();
+}
+
+} // namespace brimwick

@@ -1,0 +1,56 @@
+#include "actions/JournalEntry.h"
+
+#include "actions/JournalLine.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace brimwick {
+
+namespace {
+
+ino_t inodeOf(int folder) {
+    struct stat status {};
+    return fstat(folder, &status) == 0 ? status.st_ino : 0;
+}
+
+} // namespace
+
+JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, bool isMove)
+    : journal_(journal), source_(source) {
+    transfer_.number = journal.begin();
+    transfer_.isMove = isMove;
+    transfer_.source = source.path();
+    transfer_.sourceFolderInode = inodeOf(source.folder.descriptor());
+}
+
+JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, InterruptedTransfer transfer)
+    : journal_(journal), source_(source), transfer_(std::move(transfer)) {}
+
+JournalEntry::~JournalEntry() {
+    if (!open_) journal_.end(transfer_.number);
+}
+
+void JournalEntry::staging(const OpenFolder& target, const std::string& name) {
+    transfer_.targetFolderInode = inodeOf(target.descriptor());
+    transfer_.staged = target.pathOf(name);
+    journal_.note(transfer_.number, journalLineForStaging(transfer_),
+                  FileJournal::Durability::ThroughPowerCuts);
+}
+
+void JournalEntry::naming(const OpenFolder& target, const std::string& stagedName, const std::string& name) {
+    struct stat status {};
+    if (fstatat(target.descriptor(), stagedName.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0)
+        transfer_.copyInode = status.st_ino;
+    transfer_.destination = target.pathOf(name);
+    transfer_.completed = std::chrono::system_clock::now().time_since_epoch();
+    journal_.note(transfer_.number, journalLineForNaming(transfer_), FileJournal::Durability::ThroughCrashes);
+}
+
+void JournalEntry::claiming(const std::string& name) {
+    transfer_.claimed = source_.folder.pathOf(name);
+    journal_.note(transfer_.number, journalLineForClaiming(transfer_),
+                  FileJournal::Durability::ThroughPowerCuts);
+}
+
+} // namespace brimwick

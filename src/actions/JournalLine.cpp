@@ -1,0 +1,91 @@
+#include "actions/JournalLine.h"
+
+#include "model/FileUrl.h"
+
+#include <charconv>
+#include <map>
+#include <optional>
+#include <ranges>
+
+namespace brimwick {
+
+namespace {
+
+using Words = std::vector<std::string_view>;
+
+Words wordsOf(std::string_view line) {
+    Words words;
+    for (const auto word : line | std::views::split(' ')) words.emplace_back(word.begin(), word.end());
+    return words;
+}
+
+template<typename Number>
+bool read(std::string_view word, Number& number) {
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+    return error == std::errc() && end == word.data() + word.size();
+}
+
+bool read(std::string_view word, std::string& path) {
+    const auto decoded = pathOfFileUrl("file://" + std::string(word));
+    path = decoded.value_or("");
+    return !path.empty();
+}
+
+bool readStaging(const Words& words, InterruptedTransfer& transfer) {
+    transfer.isMove = words[1] == "move";
+    return words.size() == 6 && read(words[2], transfer.sourceFolderInode) &&
+           read(words[3], transfer.targetFolderInode) && read(words[4], transfer.source) &&
+           read(words[5], transfer.staged);
+}
+
+bool readNaming(const Words& words, InterruptedTransfer& transfer) {
+    std::int64_t moment = 0;
+    if (words.size() != 5 || !read(words[2], transfer.copyInode) || !read(words[3], moment) ||
+        !read(words[4], transfer.destination))
+        return false;
+    transfer.completed = std::chrono::nanoseconds(moment);
+    return true;
+}
+
+} // namespace
+
+std::string journalLineForStaging(const InterruptedTransfer& transfer) {
+    return std::string(transfer.isMove ? "move " : "copy ") + std::to_string(transfer.sourceFolderInode) +
+           ' ' + std::to_string(transfer.targetFolderInode) + ' ' + percentEncodedPath(transfer.source) +
+           ' ' + percentEncodedPath(transfer.staged);
+}
+
+std::string journalLineForNaming(const InterruptedTransfer& transfer) {
+    return "name " + std::to_string(transfer.copyInode) + ' ' + std::to_string(transfer.completed.count()) +
+           ' ' + percentEncodedPath(transfer.destination);
+}
+
+std::string journalLineForClaiming(const InterruptedTransfer& transfer) {
+    return "claim " + percentEncodedPath(transfer.claimed);
+}
+
+std::vector<InterruptedTransfer> readJournal(std::string_view content) {
+    std::map<std::uint64_t, InterruptedTransfer> transfers;
+    std::size_t begin = 0;
+    // The last line may have been cut short.
+    for (std::size_t end = 0; (end = content.find('\n', begin)) != std::string_view::npos; begin = end + 1) {
+        const Words words = wordsOf(content.substr(begin, end - begin));
+        std::uint64_t number = 0;
+        if (words.size() < 2 || !read(words[0], number)) continue;
+        if (words[1] == "move" || words[1] == "copy") {
+            InterruptedTransfer transfer;
+            transfer.number = number;
+            if (readStaging(words, transfer)) transfers[number] = transfer;
+            continue;
+        }
+        const auto known = transfers.find(number);
+        if (known == transfers.end()) continue;
+        if (words[1] == "name") readNaming(words, known->second);
+        if (words[1] == "claim" && words.size() == 3) read(words[2], known->second.claimed);
+        if (words[1] == journalLineForEnd) transfers.erase(known);
+    }
+    const auto values = transfers | std::views::values;
+    return {values.begin(), values.end()};
+}
+
+} // namespace brimwick

@@ -1,0 +1,65 @@
+#include "app/RestrictedLoop.h"
+
+#include "app/ActionProgressWindow.h"
+#include "app/BWApplication.h"
+#include "picker/DisplayText.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+#include <future>
+#include <memory>
+
+namespace brimwick {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Most work is done before anybody could have done anything else.
+constexpr auto waitsAtFirst = 50ms;
+constexpr auto showsAfter = 500ms;
+constexpr auto looksEvery = 20ms;
+
+} // namespace
+
+void RestrictedLoop::run(const FileWork& work) {
+    QElapsedTimer begun;
+    begun.start();
+    std::future<void> done = std::async(std::launch::async, work.perform);
+    const auto isDone = [&done] { return done.wait_for(0s) == std::future_status::ready; };
+    if (done.wait_for(waitsAtFirst) != std::future_status::ready) serveWindows(work, begun, isDone);
+    done.wait();
+    work.report();
+    done.get();
+}
+
+void RestrictedLoop::serveWindows(const FileWork& work, QElapsedTimer begun,
+                                  const std::function<bool()>& isDone) {
+    auto& application = *static_cast<BWApplication*>(QCoreApplication::instance());
+    mainLoop_.setHeld(true);
+    application.restrictInputTo(nullptr);
+
+    std::unique_ptr<ActionProgressWindow> window;
+    QEventLoop loop;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+        if (isDone()) return loop.quit();
+        work.report();
+        if (window) return window->refresh();
+        if (begun.elapsed() < std::chrono::milliseconds(showsAfter).count()) return;
+        window = std::make_unique<ActionProgressWindow>(displayText(work.title), work.progress, begun);
+        application.restrictInputTo(window.get());
+        window->show();
+        window->activateWindow();
+    });
+    look.start(looksEvery);
+    loop.exec();
+    // The program itself may be told to end; files are not left half done then either.
+    if (!isDone()) work.progress.cancel();
+
+    application.liftRestriction();
+    mainLoop_.setHeld(false);
+}
+
+} // namespace brimwick

@@ -1,0 +1,182 @@
+#include "actions/FileJournal.h"
+#include "actions/JournalLine.h"
+
+#include <gmock/gmock.h>
+
+#include "unit/actions/FileFacts.h"
+
+namespace brimwick {
+
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+InterruptedTransfer someMove() {
+    return {.number = 0,
+            .isMove = true,
+            .source = "/from/a b\n\xff%20",
+            .sourceFolderInode = 11,
+            .targetFolderInode = 12,
+            .staged = "/to/.brimwick-1-2.part",
+            .destination = "/to/a b\n\xff%20",
+            .copyInode = 13,
+            .completed = std::chrono::nanoseconds(1'700'000'000'123'456'789),
+            .claimed = "/from/.brimwick-1-3.moved"};
+}
+
+std::string lines(const InterruptedTransfer& transfer, const std::string& number) {
+    return number + " " + journalLineForStaging(transfer) + "\n" + number + " " +
+           journalLineForNaming(transfer) + "\n" + number + " " + journalLineForClaiming(transfer) + "\n";
+}
+
+void expectSame(const InterruptedTransfer& one, const InterruptedTransfer& other) {
+    EXPECT_EQ(one.isMove, other.isMove);
+    EXPECT_EQ(one.source, other.source);
+    EXPECT_EQ(one.sourceFolderInode, other.sourceFolderInode);
+    EXPECT_EQ(one.targetFolderInode, other.targetFolderInode);
+    EXPECT_EQ(one.staged, other.staged);
+    EXPECT_EQ(one.destination, other.destination);
+    EXPECT_EQ(one.copyInode, other.copyInode);
+    EXPECT_EQ(one.completed, other.completed);
+    EXPECT_EQ(one.claimed, other.claimed);
+}
+
+TEST(JournalLines, AreReadAsTheyWereWrittenWhateverTheNames) {
+    const auto transfers = readJournal(lines(someMove(), "7"));
+    ASSERT_THAT(transfers, SizeIs(1));
+    EXPECT_EQ(transfers[0].number, 7U);
+    expectSame(transfers[0], someMove());
+}
+
+TEST(JournalLines, TellTheLastNameThatWasTried) {
+    InterruptedTransfer later = someMove();
+    later.destination = "/to/a(1)";
+    const auto transfers = readJournal(lines(someMove(), "7") + "7 " + journalLineForNaming(later) + "\n");
+    ASSERT_THAT(transfers, SizeIs(1));
+    EXPECT_EQ(transfers[0].destination, "/to/a(1)");
+}
+
+TEST(JournalLines, OfATransferAtItsEndAreForgotten) {
+    const auto transfers = readJournal(lines(someMove(), "1") + lines(someMove(), "2") + "1 end\n");
+    ASSERT_THAT(transfers, SizeIs(1));
+    EXPECT_EQ(transfers[0].number, 2U);
+}
+
+TEST(JournalLines, CutShortAnywhereAreReadAsFarAsTheyAreWhole) {
+    const std::string whole = lines(someMove(), "1");
+    const std::size_t first = whole.find('\n') + 1;
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        const auto transfers = readJournal(whole.substr(0, length));
+        if (length < first) {
+            EXPECT_THAT(transfers, IsEmpty()) << length;
+            continue;
+        }
+        ASSERT_THAT(transfers, SizeIs(1)) << length;
+        EXPECT_EQ(transfers[0].claimed, "") << length;
+    }
+}
+
+TEST(JournalLines, ThatAreNoneArePassedOver) {
+    const std::string junk[] = {"",
+                                "\n\n",
+                                "hello\n",
+                                "1\n",
+                                "x move 1 2 /a /b\n",
+                                "1 move 1 2 /a\n",
+                                "1 move 1 x /a /b\n",
+                                "1 move 1 2 a b\n",
+                                "1 move 1 2 /a%zz /b\n",
+                                "1 name 5 6 /a\n",
+                                "1 end\n",
+                                std::string("\0\0\0\n", 4)};
+    for (const std::string& text : junk) EXPECT_THAT(readJournal(text), IsEmpty()) << text;
+    for (const std::string& text : junk)
+        EXPECT_THAT(readJournal(text + lines(someMove(), "2")), SizeIs(1)) << text;
+}
+
+class Journal : public testing::Test {
+  protected:
+    std::string content() const { return TemporaryFolder::read(folder / "journal"); }
+    static void begin(FileJournal& journal) {
+        journal.note(journal.begin(), journalLineForStaging(someMove()),
+                     FileJournal::Durability::ThroughPowerCuts);
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(Journal, HandsWhatWasUnderWayToTheNextRun) {
+    {
+        FileJournal journal(folder / "journal");
+        EXPECT_THAT(journal.interrupted(), IsEmpty());
+        begin(journal);
+    }
+    const FileJournal next(folder / "journal");
+    ASSERT_THAT(next.interrupted(), SizeIs(1));
+    EXPECT_EQ(next.interrupted()[0].source, someMove().source);
+}
+
+TEST_F(Journal, IsEmptyOnceNothingIsUnderWay) {
+    FileJournal journal(folder / "journal");
+    const auto one = journal.begin();
+    const auto other = journal.begin();
+    journal.note(one, "move 1 2 /a /b", FileJournal::Durability::ThroughCrashes);
+    journal.note(other, "move 1 2 /c /d", FileJournal::Durability::ThroughCrashes);
+    journal.end(one);
+    EXPECT_THAT(readJournal(content()), SizeIs(1));
+    journal.end(other);
+    EXPECT_EQ(content(), "");
+}
+
+TEST_F(Journal, KeepsWhatCannotBePutRightYetThroughLaterTransfers) {
+    {
+        FileJournal journal(folder / "journal");
+        begin(journal);
+    }
+    {
+        FileJournal journal(folder / "journal");
+        const auto number = journal.begin();
+        EXPECT_NE(number, journal.interrupted()[0].number);
+        journal.note(number, "copy 1 2 /x /y", FileJournal::Durability::ThroughCrashes);
+        journal.end(number);
+    }
+    EXPECT_THAT(FileJournal(folder / "journal").interrupted(), SizeIs(1));
+}
+
+TEST_F(Journal, GoesOnAfterALineThatWasCutShort) {
+    folder.makeFile("journal", "1 move 1 2 /a");
+    {
+        FileJournal journal(folder / "journal");
+        begin(journal);
+    }
+    EXPECT_THAT(FileJournal(folder / "journal").interrupted(), SizeIs(1));
+}
+
+TEST_F(Journal, OfAnotherProcessIsNotTouched) {
+    FileJournal first(folder / "journal");
+    begin(first);
+    const std::string before = content();
+    {
+        FileJournal second(folder / "journal");
+        EXPECT_THAT(second.interrupted(), IsEmpty());
+        begin(second);
+        second.end(second.begin());
+    }
+    EXPECT_EQ(content(), before);
+}
+
+TEST_F(Journal, ThatCannotBeKeptStopsNothing) {
+    folder.makeFolder("journal");
+    for (const std::string& path :
+         {folder / "journal", folder / "no/such/folder/journal", std::string("/dev/full")}) {
+        FileJournal journal(path);
+        begin(journal);
+        journal.end(1);
+        EXPECT_THAT(journal.interrupted(), IsEmpty()) << path;
+    }
+}
+
+} // namespace
+
+} // namespace brimwick
