@@ -1,6 +1,7 @@
 #pragma once
 
 #include "actions/FileTransfer.h"
+#include "actions/OpenFolders.h"
 #include "actions/TransferProgress.h"
 
 #include <tl/expected.hpp>
@@ -47,13 +48,20 @@ class ActionRun {
   private:
     void countBytes();
     tl::expected<std::string, FileError> handle(const File& file) const;
-    void report(const File& file, tl::expected<std::string, FileError> path);
+    bool makeDurable();
+    bool isCopied(const File& file);
 
     FileOperation operation_;
     std::vector<File> files_;
     std::string folder_;
+    std::string destination_; ///< the Trash for what is trashed
+    std::string lastFolder_;
+    bool lastIsCopied_ = false;
     TransferProgress progress_;
+    OpenFolders folders_;
     FileTransfer transfer_;
+    /// What was handled and may not be durable yet.
+    std::vector<Report> handled_;
     std::mutex mutex_;
     std::vector<Report> reports_;
 };

@@ -67,8 +67,9 @@ class Comparison : public TreeVisitor {
         if (!name.empty()) {
             if (auto error = other_->enter(name)) return error;
         }
-        log_.push_back({name, other_->depth(), EntryStamp(status)});
-        return {};
+        struct stat otherStatus {};
+        if (fstat(other_->folder(), &otherStatus) != 0) return lastSystemError();
+        return note(name, other_->depth(), status, otherStatus);
     }
 
     std::error_code leaveFolder(int, const struct stat&) override {
@@ -76,17 +77,28 @@ class Comparison : public TreeVisitor {
     }
 
     const std::string& where() const { return where_; }
-    CopyLog takeLog() { return std::move(log_); }
+    SameEntries takeEntries() { return std::move(entries_); }
 
   private:
     std::error_code compareEntry(const NameInFolder& one, const NameInFolder& other,
                                  const struct stat& status, std::size_t depth, const std::string& name) {
         if (auto error = checkUnchanged(status)) return error;
+        struct stat otherStatus {};
+        if (fstatat(other.folder, other.name.c_str(), &otherStatus, AT_SYMLINK_NOFOLLOW) != 0)
+            return lastSystemError();
         std::error_code error = different();
         if (S_ISREG(status.st_mode)) error = compareFiles(one, other);
         if (S_ISLNK(status.st_mode)) error = compareLinks(one, other);
         if (error) return error;
-        log_.push_back({name, depth, EntryStamp(status)});
+        return note(name, depth, status, otherStatus);
+    }
+
+    std::error_code note(const std::string& name, std::size_t depth, const struct stat& status,
+                         const struct stat& otherStatus) {
+        // One and the same entry by two ways is no copy of itself.
+        if (status.st_dev == otherStatus.st_dev && status.st_ino == otherStatus.st_ino) return different();
+        entries_.item.push_back({name, depth, EntryStamp(status)});
+        entries_.other.push_back({name, depth, EntryStamp(otherStatus)});
         return {};
     }
 
@@ -138,7 +150,7 @@ class Comparison : public TreeVisitor {
     const std::stop_token& stop_;
     /// Stands where the walk stands, in the other tree.
     std::optional<FolderCursor> other_;
-    CopyLog log_;
+    SameEntries entries_;
     std::string where_;
     std::vector<char> block_ = std::vector<char>(blockSize);
     std::vector<char> otherBlock_ = std::vector<char>(blockSize);
@@ -146,10 +158,32 @@ class Comparison : public TreeVisitor {
 
 } // namespace
 
-tl::expected<CopyLog, TreeWalkError> compareTrees(const ComparedTrees& trees, const std::stop_token& stop) {
+tl::expected<SameEntries, TreeWalkError> compareTrees(const ComparedTrees& trees,
+                                                      const std::stop_token& stop) {
     Comparison comparison(trees, stop);
     if (auto error = comparison.run()) return tl::unexpected(TreeWalkError{error, comparison.where()});
-    return comparison.takeLog();
+    return comparison.takeEntries();
+}
+
+std::error_code checkEntries(const NameInFolder& item, const CopyLog& log) {
+    const auto check = [](int folder, const std::string& name, const EntryStamp& stamp) -> std::error_code {
+        struct stat status {};
+        if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return lastSystemError();
+        return EntryStamp(status) == stamp ? std::error_code() : different();
+    };
+    if (auto error = check(item.folder, item.name, log.front().stamp)) return error;
+    if (!log.front().stamp.isFolder()) return {};
+    FileDescriptor root = openFolderIn(item.folder, item.name);
+    if (!root) return lastSystemError();
+    FolderCursor cursor(std::move(root));
+    for (auto entry = log.begin() + 1; entry != log.end(); ++entry) {
+        while (cursor.depth() >= entry->depth)
+            if (auto error = cursor.leave()) return error;
+        if (auto error = check(cursor.folder(), entry->name, entry->stamp)) return error;
+        if (!entry->stamp.isFolder()) continue;
+        if (auto error = cursor.enter(entry->name)) return error;
+    }
+    return {};
 }
 
 } // namespace brimwick

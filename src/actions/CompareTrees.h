@@ -26,9 +26,20 @@ struct ComparedTrees {
     std::optional<std::chrono::nanoseconds> unchangedSince;
 };
 
+/// The entries of both that were compared with each other, in one order.
+struct SameEntries {
+    CopyLog item;
+    CopyLog other;
+};
+
 /// Whether the other one has every entry of the item under the same name, of the same kind and with the same
-/// content; it may have more. All that is in the item, or the first difference, `device_or_resource_busy` for
+/// content; it may have more. What was compared, or the first difference, `device_or_resource_busy` for
 /// the code when it is none of the system's; `operation_canceled` when the token asked to stop.
-tl::expected<CopyLog, TreeWalkError> compareTrees(const ComparedTrees& trees, const std::stop_token& stop);
+tl::expected<SameEntries, TreeWalkError> compareTrees(const ComparedTrees& trees,
+                                                      const std::stop_token& stop);
+
+/// Whether every entry of a log still is what and where it was, in the item that goes by this name now; it
+/// may have others besides.
+[[nodiscard]] std::error_code checkEntries(const NameInFolder& item, const CopyLog& log);
 
 } // namespace brimwick

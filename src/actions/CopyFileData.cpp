@@ -78,11 +78,15 @@ std::error_code copyDataSegments(int from, int to, off_t size, TransferProgress&
     off_t offset = 0;
     while (offset < size) {
         off_t begin = lseek(from, offset, SEEK_DATA);
-        if (begin < 0 && errno == ENXIO) break;
+        if (begin < 0 && errno == ENXIO) {
+            progress.addBytes(size - offset);
+            break;
+        }
         if (begin < 0) {
             if (!seekingIsUnsupported(errno)) return lastSystemError();
             begin = offset;
         }
+        progress.addBytes(begin - offset);
         off_t end = lseek(from, begin, SEEK_HOLE);
         if (end < 0) {
             if (!seekingIsUnsupported(errno) && errno != ENXIO) return lastSystemError();

@@ -76,6 +76,7 @@ class FolderCopier : public TreeVisitor {
         const auto file = std::pair(status.st_dev, status.st_ino);
         if (const auto known = copiedLinks_.find(file); known != copiedLinks_.end()) {
             const std::error_code error = linkToCopy(known->second, to);
+            if (!error) progress_.addBytes(status.st_size);
             if (!error) return {};
             if (error != std::errc::operation_not_permitted && error != std::errc::too_many_links)
                 return error;

@@ -3,6 +3,8 @@
 #include "actions/Destination.h"
 #include "actions/TransferContext.h"
 
+#include <sys/stat.h>
+
 namespace brimwick {
 
 /// Copies a file, a symbolic link (itself) or a whole folder. Replaces nothing: a taken name makes it try the
@@ -11,9 +13,9 @@ namespace brimwick {
 tl::expected<std::string, FileError> copyItem(const std::string& source, const Destination& destination,
                                               const TransferContext& context);
 
-/// Refuses what would never end: a folder into itself or into a folder below it. `verb` is for the text:
-/// "copy".
-tl::expected<void, FileError> refuseInsideItself(const std::string& verb, const ItemPlace& source,
-                                                 const OpenFolder& target);
+/// The status of the source. Refuses what would never end: a folder into itself or into a folder below it.
+/// `verb` is for the text: "copy".
+tl::expected<struct stat, FileError>
+statusUnlessInsideItself(const std::string& verb, const ItemPlace& source, const OpenFolder& target);
 
 } // namespace brimwick

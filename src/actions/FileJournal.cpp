@@ -29,8 +29,16 @@ FileJournal::FileJournal(const std::string& path) {
         underWay_.insert(transfer.number);
         lastNumber_ = std::max(lastNumber_, transfer.number);
     }
-    // What is left of a line that was cut short must not run into the next one.
-    if (!content->empty() && !content->ends_with('\n')) append("\n");
+    writeAnew();
+}
+
+/// Only what still waits: whatever else is there, half a line of a power cut for one, must not be read as a
+/// note of ours later.
+void FileJournal::writeAnew() const {
+    if (ftruncate(file_.get(), 0) != 0) return;
+    std::string text;
+    for (const InterruptedTransfer& transfer : interrupted_) text += journalLinesOf(transfer);
+    if (!text.empty() && append(text)) fdatasync(file_.get());
 }
 
 std::uint64_t FileJournal::begin() {

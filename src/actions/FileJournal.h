@@ -39,6 +39,7 @@ class FileJournal {
     void end(std::uint64_t number);
 
   private:
+    void writeAnew() const;
     bool append(std::string_view text) const;
 
     FileDescriptor file_;

@@ -10,7 +10,7 @@ tl::expected<std::string, FileError>
 FileTransfer::move(const std::string& source, const std::string& destination, NextPath nextPath) const {
     const auto prepared = prepare(source, destination, std::move(nextPath));
     if (!prepared) return tl::unexpected(prepared.error());
-    const bool leavesTrash = trash_.isDesktopTrash(parentPath(source));
+    const bool leavesTrash = isDesktopTrash(parentPath(source));
     auto path = moveItem(source, *prepared, context_);
     if (path && leavesTrash) trash_.removeRecord(lastPathComponent(source));
     return path;
@@ -33,6 +33,12 @@ tl::expected<std::string, FileError> FileTransfer::moveToTrash(const std::string
     return path;
 }
 
+bool FileTransfer::isDesktopTrash(const std::string& folder) const {
+    const auto [known, isNew] = isTrash_.try_emplace(folder, false);
+    if (isNew) known->second = trash_.isDesktopTrash(folder);
+    return known->second;
+}
+
 tl::expected<Destination, FileError>
 FileTransfer::prepare(const std::string& source, const std::string& destination, NextPath nextPath) const {
     const std::string folder = parentPath(destination);
@@ -40,7 +46,7 @@ FileTransfer::prepare(const std::string& source, const std::string& destination,
         if (auto ready = trash_.makeReady(); !ready) return tl::unexpected(ready.error());
     }
     Destination prepared{destination, std::move(nextPath), {}, {}};
-    if (trash_.isDesktopTrash(folder)) {
+    if (isDesktopTrash(folder)) {
         prepared.reserve = [this, source](const std::string& name) { return trash_.addRecord(name, source); };
         prepared.withdraw = [this](const std::string& name) { trash_.removeRecord(name); };
     }

@@ -4,10 +4,13 @@
 #include "actions/TransferContext.h"
 #include "actions/TrashFolder.h"
 
+#include <map>
+#include <string>
+
 namespace brimwick {
 
-/// Moves and copies that keep the desktop's Trash in order: what arrives there is put on record, what leaves
-/// it is struck off. Nothing is ever replaced. Main thread only; blocks until done.
+/// Moves and copies of one run that keep the desktop's Trash in order: what arrives there is put on record,
+/// what leaves it is struck off. Nothing is ever replaced. One thread at a time; blocks until done.
 class FileTransfer {
   public:
     using NextPath = std::function<std::string()>;
@@ -28,7 +31,11 @@ class FileTransfer {
     tl::expected<Destination, FileError> prepare(const std::string& source, const std::string& destination,
                                                  NextPath nextPath) const;
 
+    bool isDesktopTrash(const std::string& folder) const;
+
     TrashFolder trash_;
+    /// What was asked of the folders of this run.
+    mutable std::map<std::string, bool> isTrash_;
     TransferContext context_;
 };
 

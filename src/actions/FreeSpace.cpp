@@ -33,11 +33,11 @@ using Measure = std::uint64_t (*)(const struct stat&);
 
 class Adder : public TreeVisitor {
   public:
-    explicit Adder(Measure measure) : measure_(measure) {}
+    Adder(Measure measure, const TransferProgress& progress) : measure_(measure), progress_(progress) {}
 
     std::error_code visitEntry(int, const std::string&, const struct stat& status) override {
         sum += measure_(status);
-        return {};
+        return progress_.checkCancelled();
     }
     std::error_code enterFolder(int, const std::string&, const struct stat&) override { return {}; }
 
@@ -45,14 +45,15 @@ class Adder : public TreeVisitor {
 
   private:
     Measure measure_;
+    const TransferProgress& progress_;
 };
 
 /// Over all files of an item.
-std::uint64_t sumOf(Measure measure, int folder, const std::string& name) {
+std::uint64_t sumOf(Measure measure, int folder, const std::string& name, const TransferProgress& progress) {
     struct stat status {};
     if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return 0;
     if (!S_ISDIR(status.st_mode)) return measure(status);
-    Adder adder(measure);
+    Adder adder(measure, progress);
     FileDescriptor root = openFolderIn(folder, name);
     // What cannot be walked cannot be copied either, and the copy says why.
     if (root) static_cast<void>(walkTree(std::move(root), adder));
@@ -67,14 +68,15 @@ bool takesWhatFilesHold(long fileSystem) {
 
 } // namespace
 
-tl::expected<void, FileError> checkFreeSpace(const ItemPlace& source, const OpenFolder& target) {
+tl::expected<void, FileError> checkFreeSpace(const ItemPlace& source, const OpenFolder& target,
+                                             const TransferProgress& progress) {
     struct statfs information {};
     if (fstatfs(target.descriptor(), &information) != 0 || !takesWhatFilesHold(information.f_type) ||
         information.f_blocks == 0)
         return {};
     const auto blocks = geteuid() == 0 ? information.f_bfree : information.f_bavail;
     const std::uint64_t free = std::uint64_t{blocks} * static_cast<std::uint64_t>(information.f_bsize);
-    const std::uint64_t needed = sumOf(leastSpaceOf, source.folder.descriptor(), source.name);
+    const std::uint64_t needed = sumOf(leastSpaceOf, source.folder.descriptor(), source.name, progress);
     if (needed <= free) return {};
     FileError error = fileError("Could not copy", source.path(), target.path(),
                                 std::make_error_code(std::errc::no_space_on_device));
@@ -82,8 +84,8 @@ tl::expected<void, FileError> checkFreeSpace(const ItemPlace& source, const Open
     return tl::unexpected(std::move(error));
 }
 
-std::int64_t sizeOfItem(const std::string& path) {
-    return static_cast<std::int64_t>(sumOf(lengthOf, AT_FDCWD, path));
+std::int64_t sizeOfItem(const std::string& path, const TransferProgress& progress) {
+    return static_cast<std::int64_t>(sumOf(lengthOf, AT_FDCWD, path, progress));
 }
 
 std::string sizeText(std::uint64_t bytes) {

@@ -8,6 +8,12 @@
 
 namespace brimwick {
 
+namespace {
+
+const std::string prefix = ".brimwick-";
+
+} // namespace
+
 std::string randomText() {
     std::random_device random;
     std::array<char, 17> digits{};
@@ -16,7 +22,11 @@ std::string randomText() {
 }
 
 std::string hiddenName(std::string_view ending) {
-    return ".brimwick-" + std::to_string(getpid()) + "-" + randomText() + "." + std::string(ending);
+    return prefix + std::to_string(getpid()) + "-" + randomText() + "." + std::string(ending);
+}
+
+bool isHiddenName(std::string_view name, std::string_view ending) {
+    return name.starts_with(prefix) && name.ends_with("." + std::string(ending));
 }
 
 } // namespace brimwick

@@ -8,14 +8,27 @@
 
 namespace brimwick {
 
+/// By what a folder is known again: the place of a disk that is not plugged in has the same path.
+struct FolderMark {
+    /// The kind of its file system, as `statfs` has it.
+    long fileSystem = 0;
+    ino_t inode = 0;
+
+    /// The mark of an open folder.
+    static FolderMark of(int folder);
+    /// Whether the folder may be that one. Where a file system numbers its folders anew each time, the kind
+    /// alone tells.
+    bool fits(int folder) const;
+};
+
 /// What the journal knows of a transfer by way of a hidden copy. All paths are absolute.
 struct InterruptedTransfer {
     std::uint64_t number = 0;
     bool isMove = false;
     std::string source;
-    /// Of the folder in which the source lies, and of the target folder: by these they are known again.
-    ino_t sourceFolderInode = 0;
-    ino_t targetFolderInode = 0;
+    ino_t sourceInode = 0;
+    FolderMark sourceFolder;
+    FolderMark targetFolder;
     /// The hidden copy, as long as it has no name of its own.
     std::string staged;
 
@@ -26,6 +39,8 @@ struct InterruptedTransfer {
 
     /// The hidden name that the source of a move was about to get; empty when it did not come to that.
     std::string claimed;
+    /// Whether its removal may have begun.
+    bool removing = false;
 };
 
 } // namespace brimwick

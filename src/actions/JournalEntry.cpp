@@ -9,9 +9,9 @@ namespace brimwick {
 
 namespace {
 
-ino_t inodeOf(int folder) {
+ino_t inodeOf(int folder, const std::string& name) {
     struct stat status {};
-    return fstat(folder, &status) == 0 ? status.st_ino : 0;
+    return fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ? status.st_ino : 0;
 }
 
 } // namespace
@@ -21,7 +21,8 @@ JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, bool i
     transfer_.number = journal.begin();
     transfer_.isMove = isMove;
     transfer_.source = source.path();
-    transfer_.sourceFolderInode = inodeOf(source.folder.descriptor());
+    transfer_.sourceFolder = FolderMark::of(source.folder.descriptor());
+    transfer_.sourceInode = inodeOf(source.folder.descriptor(), source.name);
 }
 
 JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, InterruptedTransfer transfer)
@@ -32,16 +33,14 @@ JournalEntry::~JournalEntry() {
 }
 
 void JournalEntry::staging(const OpenFolder& target, const std::string& name) {
-    transfer_.targetFolderInode = inodeOf(target.descriptor());
+    transfer_.targetFolder = FolderMark::of(target.descriptor());
     transfer_.staged = target.pathOf(name);
     journal_.note(transfer_.number, journalLineForStaging(transfer_),
                   FileJournal::Durability::ThroughPowerCuts);
 }
 
 void JournalEntry::naming(const OpenFolder& target, const std::string& stagedName, const std::string& name) {
-    struct stat status {};
-    if (fstatat(target.descriptor(), stagedName.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0)
-        transfer_.copyInode = status.st_ino;
+    transfer_.copyInode = inodeOf(target.descriptor(), stagedName);
     transfer_.destination = target.pathOf(name);
     transfer_.completed = std::chrono::system_clock::now().time_since_epoch();
     journal_.note(transfer_.number, journalLineForNaming(transfer_), FileJournal::Durability::ThroughCrashes);
@@ -51,6 +50,10 @@ void JournalEntry::claiming(const std::string& name) {
     transfer_.claimed = source_.folder.pathOf(name);
     journal_.note(transfer_.number, journalLineForClaiming(transfer_),
                   FileJournal::Durability::ThroughPowerCuts);
+}
+
+void JournalEntry::removing() {
+    journal_.note(transfer_.number, journalLineForRemoving, FileJournal::Durability::ThroughCrashes);
 }
 
 } // namespace brimwick

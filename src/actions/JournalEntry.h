@@ -24,8 +24,11 @@ class JournalEntry {
     void naming(const OpenFolder& target, const std::string& stagedName, const std::string& name);
     /// The source will get this hidden name, to be removed.
     void claiming(const std::string& name);
+    /// Entries of the source are about to be removed.
+    void removing();
     /// What could not be removed is left to the next start.
     void keepOpen() { open_ = true; }
+    bool isKeptOpen() const { return open_; }
 
   private:
     FileJournal& journal_;

@@ -1,6 +1,8 @@
 #include "actions/JournalLine.h"
 
+#include "actions/HiddenName.h"
 #include "model/FileUrl.h"
+#include "model/PathText.h"
 
 #include <charconv>
 #include <map>
@@ -31,11 +33,27 @@ bool read(std::string_view word, std::string& path) {
     return !path.empty();
 }
 
+bool read(std::string_view kind, std::string_view inode, FolderMark& mark) {
+    return read(kind, mark.fileSystem) && read(inode, mark.inode);
+}
+
 bool readStaging(const Words& words, InterruptedTransfer& transfer) {
     transfer.isMove = words[1] == "move";
-    return words.size() == 6 && read(words[2], transfer.sourceFolderInode) &&
-           read(words[3], transfer.targetFolderInode) && read(words[4], transfer.source) &&
-           read(words[5], transfer.staged);
+    return words.size() == 9 && read(words[2], transfer.sourceInode) &&
+           read(words[3], words[4], transfer.sourceFolder) &&
+           read(words[5], words[6], transfer.targetFolder) && read(words[7], transfer.source) &&
+           read(words[8], transfer.staged) && isHiddenName(lastPathComponent(transfer.staged), "part");
+}
+
+void readClaiming(const Words& words, InterruptedTransfer& transfer) {
+    if (words.size() != 3 || !read(words[2], transfer.claimed)) return;
+    if (!isHiddenName(lastPathComponent(transfer.claimed), "moved") ||
+        parentPath(transfer.claimed) != parentPath(transfer.source))
+        transfer.claimed.clear();
+}
+
+std::string text(const FolderMark& mark) {
+    return std::to_string(mark.fileSystem) + ' ' + std::to_string(mark.inode) + ' ';
 }
 
 bool readNaming(const Words& words, InterruptedTransfer& transfer) {
@@ -50,8 +68,8 @@ bool readNaming(const Words& words, InterruptedTransfer& transfer) {
 } // namespace
 
 std::string journalLineForStaging(const InterruptedTransfer& transfer) {
-    return std::string(transfer.isMove ? "move " : "copy ") + std::to_string(transfer.sourceFolderInode) +
-           ' ' + std::to_string(transfer.targetFolderInode) + ' ' + percentEncodedPath(transfer.source) +
+    return std::string(transfer.isMove ? "move " : "copy ") + std::to_string(transfer.sourceInode) + ' ' +
+           text(transfer.sourceFolder) + text(transfer.targetFolder) + percentEncodedPath(transfer.source) +
            ' ' + percentEncodedPath(transfer.staged);
 }
 
@@ -62,6 +80,15 @@ std::string journalLineForNaming(const InterruptedTransfer& transfer) {
 
 std::string journalLineForClaiming(const InterruptedTransfer& transfer) {
     return "claim " + percentEncodedPath(transfer.claimed);
+}
+
+std::string journalLinesOf(const InterruptedTransfer& transfer) {
+    const std::string number = std::to_string(transfer.number) + ' ';
+    std::string lines = number + journalLineForStaging(transfer) + '\n';
+    if (!transfer.destination.empty()) lines += number + journalLineForNaming(transfer) + '\n';
+    if (!transfer.claimed.empty()) lines += number + journalLineForClaiming(transfer) + '\n';
+    if (transfer.removing) lines += number + std::string(journalLineForRemoving) + '\n';
+    return lines;
 }
 
 std::vector<InterruptedTransfer> readJournal(std::string_view content) {
@@ -81,7 +108,8 @@ std::vector<InterruptedTransfer> readJournal(std::string_view content) {
         const auto known = transfers.find(number);
         if (known == transfers.end()) continue;
         if (words[1] == "name") readNaming(words, known->second);
-        if (words[1] == "claim" && words.size() == 3) read(words[2], known->second.claimed);
+        if (words[1] == "claim") readClaiming(words, known->second);
+        if (words[1] == journalLineForRemoving) known->second.removing = true;
         if (words[1] == journalLineForEnd) transfers.erase(known);
     }
     const auto values = transfers | std::views::values;

@@ -2,6 +2,7 @@
 
 #include "actions/CopyItem.h"
 #include "actions/JournalEntry.h"
+#include "actions/OpenFolders.h"
 #include "actions/RemoveVerified.h"
 #include "actions/RenameWithoutReplacing.h"
 #include "actions/StagedCopy.h"
@@ -37,24 +38,24 @@ tl::expected<std::string, FileError> moveItem(const std::string& source, const D
                                               const TransferContext& context) {
     if (auto cancelled = context.progress.checkCancelled())
         return tl::unexpected(fileError("Could not move", source, destination.path, cancelled));
-    const auto from = ItemPlace::open(source);
+    const auto from = context.folders.openPlace(source);
     if (!from) return tl::unexpected(from.error());
-    const auto to = ItemPlace::open(destination.path);
+    const auto to = context.folders.openPlace(destination.path);
     if (!to) return tl::unexpected(to.error());
-    if (auto fine = refuseInsideItself("move", *from, to->folder); !fine) return tl::unexpected(fine.error());
+    const auto status = statusUnlessInsideItself("move", *from, to->folder);
+    if (!status) return tl::unexpected(status.error());
 
     auto path = takeFreeName(destination, [&](const std::string& name) {
-        return renameWithoutReplacing(from->folder.descriptor(), from->name, to->folder.descriptor(), name);
+        return renameWithoutReplacing(*status, from->folder.descriptor(), from->name, to->folder.descriptor(),
+                                      name);
     });
     // The kernel knows best what lies on the same file system.
     if (!path && path.error() == std::errc::cross_device_link)
         return moveByCopy(*from, *to, destination, context);
     if (!path) return tl::unexpected(fileError("Could not move", source, destination.path, path.error()));
 
-    std::error_code unsafe = to->folder.sync();
-    if (auto error = from->folder.sync()) unsafe = error;
-    if (unsafe)
-        return tl::unexpected(fileError("Moved, but a power cut may undo it,", source, *path, unsafe));
+    context.folders.noteChange(to->folder);
+    context.folders.noteChange(from->folder);
     return *path;
 }
 

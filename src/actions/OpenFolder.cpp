@@ -24,7 +24,7 @@ tl::expected<OpenFolder, FileError> OpenFolder::open(const std::string& path) {
 }
 
 std::error_code OpenFolder::sync() const {
-    if (listable_) return syncDescriptor(descriptor_.get());
+    if (listable_) return syncDescriptor(descriptor());
     // A folder that cannot be read cannot be flushed alone; everything is, then.
     ::sync();
     return {};
@@ -32,7 +32,7 @@ std::error_code OpenFolder::sync() const {
 
 tl::expected<bool, std::error_code> OpenFolder::isAtOrBelow(dev_t device, ino_t inode) const {
     FileDescriptor parent;
-    int here = descriptor_.get();
+    int here = descriptor();
     struct stat status {};
     if (fstat(here, &status) != 0) return tl::unexpected(lastSystemError());
     while (status.st_dev != device || status.st_ino != inode) {

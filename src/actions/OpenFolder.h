@@ -6,18 +6,20 @@
 
 #include <tl/expected.hpp>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace brimwick {
 
-/// A folder held open, so that whatever is renamed around it, the work goes on in this very folder.
+/// A folder held open, so that whatever is renamed around it, the work goes on in this very folder. Copies
+/// share the descriptor.
 class OpenFolder {
   public:
     /// Follows symbolic links. A folder that may be written but not listed can be opened too.
     static tl::expected<OpenFolder, FileError> open(const std::string& path);
 
-    int descriptor() const { return descriptor_.get(); }
+    int descriptor() const { return descriptor_->get(); }
     const std::string& path() const { return path_; }
     std::string pathOf(const std::string& name) const { return joinPath(path_, name); }
     /// Makes the names in the folder durable. Succeeds where the file system has no such notion.
@@ -27,9 +29,10 @@ class OpenFolder {
 
   private:
     OpenFolder(FileDescriptor descriptor, std::string path, bool listable)
-        : descriptor_(std::move(descriptor)), path_(std::move(path)), listable_(listable) {}
+        : descriptor_(std::make_shared<const FileDescriptor>(std::move(descriptor))), path_(std::move(path)),
+          listable_(listable) {}
 
-    FileDescriptor descriptor_;
+    std::shared_ptr<const FileDescriptor> descriptor_;
     std::string path_;
     bool listable_;
 };

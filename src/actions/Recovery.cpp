@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <exception>
 #include <optional>
 
 namespace brimwick {
@@ -39,11 +40,10 @@ struct FoundPlace {
     std::optional<ItemPlace> place;
     bool isTheVeryFolder = false;
 
-    FoundPlace(const std::string& path, ino_t inode) {
+    FoundPlace(const std::string& path, const FolderMark& mark) {
         auto opened = ItemPlace::open(path);
         if (!opened) return;
-        struct stat status {};
-        isTheVeryFolder = fstat(opened->folder.descriptor(), &status) == 0 && status.st_ino == inode;
+        isTheVeryFolder = mark.fits(opened->folder.descriptor());
         place.emplace(std::move(*opened));
     }
 
@@ -57,39 +57,78 @@ struct FoundPlace {
     bool hasItem() const { return has(place->name); }
 };
 
+bool isDifference(const std::error_code& code) {
+    return code == std::errc::device_or_resource_busy || code == std::errc::not_a_directory ||
+           code == std::errc::no_such_file_or_directory;
+}
+
 std::string reasonOf(const TreeWalkError& difference) {
-    if (difference.code == std::errc::device_or_resource_busy ||
-        difference.code == std::errc::not_a_directory ||
-        difference.code == std::errc::no_such_file_or_directory)
-        return "is not the same";
-    return "could not be compared: " + difference.code.message();
+    if (!isDifference(difference.code)) return "could not be compared: " + difference.code.message();
+    const std::string& where = difference.relativePath;
+    return where.empty() ? "is not the same" : "is not the same in \"" + where + '"';
+}
+
+/// So that what was compared survives a power cut. A file system in user space is told of single folders
+/// only.
+std::error_code syncAround(const OpenFolder& folder) {
+    if (syncfs(folder.descriptor()) != 0) {
+        // A folder that may not be listed stands for no file system.
+        if (errno != EBADF) return lastSystemError();
+        ::sync();
+    }
+    return folder.sync();
 }
 
 class Recovery {
   public:
     Recovery(FileJournal& journal, const InterruptedTransfer& transfer, const std::stop_token& stop)
         : journal_(journal), transfer_(transfer), stop_(stop),
-          source_(transfer.source, transfer.sourceFolderInode),
-          target_(transfer.staged, transfer.targetFolderInode) {}
+          source_(transfer.source, transfer.sourceFolder), target_(transfer.staged, transfer.targetFolder),
+          claimed_(lastPathComponent(transfer.claimed)) {}
 
     Outcome run() const {
-        if (!source_.place || !target_.place) return notNow();
-        if (target_.hasItem()) return removeCopy();
-        if (!target_.isTheVeryFolder) return notNow();
+        if (!source_.place) return notNow();
+        if (target_.place && target_.hasItem()) return removeCopy();
+        if (!target_.isTheVeryFolder) return wait();
         if (!transfer_.isMove || transfer_.destination.empty()) return nothingToDo();
-        const std::string claimed = lastPathComponent(transfer_.claimed);
-        if (!claimed.empty() && source_.has(claimed)) return finishMove(claimed);
-        if (source_.hasItem()) return finishMove(ownName());
-        return source_.isTheVeryFolder ? nothingToDo() : notNow();
+        dropSecondName();
+        if (isClaimed()) return finishMove(claimed_);
+        if (!source_.isTheVeryFolder) return notNow();
+        return source_.hasItem() ? finishMove(ownName()) : nothingToDo();
     }
 
   private:
     const std::string& ownName() const { return source_.place->name; }
+    bool isClaimed() const { return !claimed_.empty() && source_.has(claimed_); }
     std::string what() const {
         return std::string("an interrupted ") + (transfer_.isMove ? "move" : "copy") + " of file " +
                ownName();
     }
-    std::string stillThere() const { return "still in folder " + source_.place->folder.path(); }
+    std::string whereItIs() const {
+        return (transfer_.removing ? "what is left of it is in folder " : "it is still in folder ") +
+               source_.place->folder.path();
+    }
+
+    /// Until the target folder is there again. A source that is hidden meanwhile can be found by its user.
+    Outcome wait() const {
+        if (!isClaimed()) return notNow();
+        return {false, "Could not finish " + what() + " yet, because folder " +
+                           parentPath(transfer_.destination) + " is not there; until then it is \"" +
+                           source_.place->folder.pathOf(claimed_) + '"'};
+    }
+
+    /// Where a file system cannot rename without replacing, the hidden name may be there besides the own one:
+    /// of an empty folder, or of the same file.
+    void dropSecondName() const {
+        if (claimed_.empty()) return;
+        const auto own = source_.status(ownName());
+        const auto hidden = source_.status(claimed_);
+        if (!own || !hidden || own->st_ino != transfer_.sourceInode) return;
+        if (S_ISDIR(hidden->st_mode))
+            unlinkat(source_.folder(), claimed_.c_str(), AT_REMOVEDIR);
+        else if (own->st_dev == hidden->st_dev && own->st_ino == hidden->st_ino)
+            unlinkat(source_.folder(), claimed_.c_str(), 0);
+    }
 
     Outcome removeCopy() const {
         const std::string& name = target_.place->name;
@@ -99,10 +138,13 @@ class Recovery {
         const auto compared = compareTrees(
             {{target_.folder(), name}, {source_.folder(), ownName()}, FileMatch::Beginning, {}}, stop_);
         if (stop_.stop_requested()) return notNow();
-        if (!compared) return {true, kept + "it " + reasonOf(compared.error())};
-        if (auto error = removeTree(target_.folder(), name))
+        if (!compared)
+            return {isDifference(compared.error().code), kept + "it " + reasonOf(compared.error())};
+        // Exactly what was compared: nothing that came to it since.
+        if (auto error = removeLogged(target_.folder(), name, compared->item))
             return failed("Could not remove what " + what() + " left,", transfer_.staged, error);
-        return {true, "Cleaned up after " + what() + ", which is " + stillThere()};
+        return {true,
+                "Cleaned up after " + what() + ", which is still in folder " + source_.place->folder.path()};
     }
 
     /// `name` is the source's own one or the hidden one.
@@ -112,6 +154,8 @@ class Recovery {
         const auto copyStatus = target_.status(copy);
         if (!copyStatus || copyStatus->st_ino != transfer_.copyInode)
             return keepBoth(name, "its copy is not in folder " + folder + " any more");
+        if (name == ownName() && source_.status(name)->st_ino != transfer_.sourceInode)
+            return keepBoth(name, "another file has its name now");
         std::optional<std::chrono::nanoseconds> unchangedSince;
         if (name == ownName()) unchangedSince = transfer_.completed;
         const auto compared = compareTrees(
@@ -119,19 +163,22 @@ class Recovery {
         if (stop_.stop_requested()) return notNow();
         if (!compared)
             return keepBoth(name, "its copy in folder " + folder + ' ' + reasonOf(compared.error()));
-        if (syncfs(target_.folder()) != 0)
+        if (auto error = syncAround(target_.place->folder))
             return failed("Could not finish " + what() + ", as a power cut may undo", transfer_.destination,
-                          lastSystemError());
+                          error);
         return remove(name, *compared);
     }
 
-    Outcome remove(const std::string& name, const CopyLog& log) const {
+    Outcome remove(const std::string& name, const SameEntries& same) const {
         JournalEntry notes(journal_, *source_.place, transfer_);
-        notes.keepOpen();
-        const auto removed = name == ownName() ? removeVerified(*source_.place, log, notes)
-                                               : removeClaimed(*source_.place, name, log);
-        const bool nothingHidden = name == ownName() ? source_.hasItem() : !source_.has(name);
-        if (!removed) return {nothingHidden, removed.error().description};
+        // The user may have taken the copy away while it was compared.
+        const auto copyIsThere = [&] {
+            return checkEntries({target_.folder(), lastPathComponent(transfer_.destination)}, same.other);
+        };
+        const auto removed = name == ownName()
+                                 ? removeVerified(*source_.place, same.item, notes, copyIsThere)
+                                 : removeClaimed(*source_.place, name, same.item, notes, copyIsThere);
+        if (!removed) return {!notes.isKeptOpen(), removed.error().description};
         return {true, "Finished " + what() + " to folder " + target_.place->folder.path()};
     }
 
@@ -141,7 +188,7 @@ class Recovery {
                 return failed("Could not give back its name to what is left of " + what() + ",",
                               source_.place->folder.pathOf(name), error);
         }
-        return {true, "Did not finish " + what() + ", because " + why + "; it is " + stillThere()};
+        return {true, "Did not finish " + what() + ", because " + why + "; " + whereItIs()};
     }
 
     FileJournal& journal_;
@@ -149,7 +196,18 @@ class Recovery {
     const std::stop_token& stop_;
     FoundPlace source_;
     FoundPlace target_;
+    std::string claimed_; ///< the hidden name of the source, whether or not it has it
 };
+
+/// A transfer that cannot be looked at does not keep the others from it.
+Outcome recover(FileJournal& journal, const InterruptedTransfer& transfer, const std::stop_token& stop) {
+    try {
+        return Recovery(journal, transfer, stop).run();
+    } catch (const std::exception& failure) {
+        return {false, "Could not put right what was left of file " + lastPathComponent(transfer.source) +
+                           ": " + failure.what()};
+    }
+}
 
 } // namespace
 
@@ -157,7 +215,7 @@ std::vector<std::string> recoverInterrupted(FileJournal& journal, const std::sto
     std::vector<std::string> lines;
     for (const InterruptedTransfer& transfer : journal.interrupted()) {
         if (stop.stop_requested()) break;
-        const Outcome outcome = Recovery(journal, transfer, stop).run();
+        const Outcome outcome = recover(journal, transfer, stop);
         if (outcome.atItsEnd) journal.end(transfer.number);
         if (!outcome.line.empty()) lines.push_back(outcome.line);
     }

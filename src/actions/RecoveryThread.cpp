@@ -3,7 +3,7 @@
 #include "actions/Recovery.h"
 #include "platform/ports/ThreadPriority.h"
 
-#include <exception>
+#include <system_error>
 
 namespace brimwick {
 
@@ -15,24 +15,20 @@ std::string joined(const std::vector<std::string>& lines) {
     return text;
 }
 
-std::string recover(FileJournal& journal, const std::stop_token& stop) {
-    try {
-        return joined(recoverInterrupted(journal, stop));
-    } catch (const std::exception& failure) {
-        return std::string("Could not clean up after the last run: ") + failure.what();
-    }
-}
-
 } // namespace
 
 RecoveryThread::RecoveryThread(FileJournal& journal, MainLoop& mainLoop, UserNotifications& notifications) {
     if (journal.interrupted().empty()) return;
-    thread_ = std::jthread([&journal, &mainLoop, &notifications](const std::stop_token& stop) {
-        lowerThreadPriority();
-        const std::string text = recover(journal, stop);
-        if (!text.empty())
-            mainLoop.post([&notifications, text] { notifications.sendUserNotification(text); });
-    });
+    try {
+        thread_ = std::jthread([&journal, &mainLoop, &notifications](const std::stop_token& stop) {
+            lowerThreadPriority();
+            const std::string text = joined(recoverInterrupted(journal, stop));
+            if (!text.empty())
+                mainLoop.post([&notifications, text] { notifications.sendUserNotification(text); });
+        });
+    } catch (const std::system_error&) {
+        // Too many threads already: the next start has another try.
+    }
 }
 
 } // namespace brimwick

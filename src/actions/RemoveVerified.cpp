@@ -5,7 +5,6 @@
 #include "actions/RenameWithoutReplacing.h"
 #include "actions/SystemError.h"
 #include "actions/TreeWalk.h"
-#include "actions/UniqueFileName.h"
 
 #include <fcntl.h>
 
@@ -90,25 +89,26 @@ std::error_code checkRemovable(const ItemPlace& source) {
     return {};
 }
 
-tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log,
-                                             JournalEntry& notes) {
+tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log, JournalEntry& notes,
+                                             const std::function<std::error_code()>& lastCheck) {
     const int folder = source.folder.descriptor();
     const std::string claimed = hiddenName("moved");
     notes.claiming(claimed);
     // First under a name that nobody else opens: between looking and removing, no program can write into it.
     if (auto error = renameWithoutReplacing(folder, source.name, folder, claimed))
         return tl::unexpected(fileError("Copied, but could not remove", source.path(), error));
-    auto removed = removeClaimed(source, claimed, log);
-    if (somethingLiesAt(source.folder.pathOf(claimed))) notes.keepOpen();
-    return removed;
+    return removeClaimed(source, claimed, log, notes, lastCheck);
 }
 
 tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::string& claimed,
-                                            const CopyLog& log) {
+                                            const CopyLog& log, JournalEntry& notes,
+                                            const std::function<std::error_code()>& lastCheck) {
     const int folder = source.folder.descriptor();
     std::error_code error = verify(folder, claimed, log);
+    if (!error && lastCheck) error = lastCheck();
     const char* what = "Copied, but kept because it changed or could not be checked,";
     if (!error) {
+        notes.removing();
         error = removeLogged(folder, claimed, log);
         what = "Copied, but could not remove all of";
     }
@@ -118,8 +118,10 @@ tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::
         return {};
     }
     FileError description = fileError(what, source.path(), error);
-    if (renameWithoutReplacing(folder, claimed, folder, source.name))
+    if (renameWithoutReplacing(folder, claimed, folder, source.name)) {
         description.description += " (it is now at \"" + source.folder.pathOf(claimed) + "\")";
+        notes.keepOpen();
+    }
     return tl::unexpected(std::move(description));
 }
 

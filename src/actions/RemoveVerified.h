@@ -6,6 +6,8 @@
 
 #include <tl/expected.hpp>
 
+#include <functional>
+
 namespace brimwick {
 
 /// Whether the user may take names out of the folder of this item at all: asked before a long copy.
@@ -14,12 +16,14 @@ namespace brimwick {
 /// The end of a move between file systems: removes the source, of which a complete, durable copy exists,
 /// provided that it still is what was copied and that no program has one of its files open for writing.
 /// Otherwise it stays, or comes back, under its own name.
-tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log,
-                                             JournalEntry& notes);
+/// `lastCheck`, if any, is asked right before anything is removed.
+tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log, JournalEntry& notes,
+                                             const std::function<std::error_code()>& lastCheck = {});
 
 /// The same for a source that goes by a hidden name already. It keeps that one where its own cannot be had
 /// back, and the error says so.
 tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::string& claimed,
-                                            const CopyLog& log);
+                                            const CopyLog& log, JournalEntry& notes,
+                                            const std::function<std::error_code()>& lastCheck = {});
 
 } // namespace brimwick

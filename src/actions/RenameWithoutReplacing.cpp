@@ -48,20 +48,24 @@ std::error_code linkThenUnlink(const struct stat& item, int fromFolder, const ch
 
 std::error_code renameWithoutReplacing(int fromFolder, const std::string& fromName, int toFolder,
                                        const std::string& toName) {
+    struct stat item {};
+    if (fstatat(fromFolder, fromName.c_str(), &item, AT_SYMLINK_NOFOLLOW) != 0) return lastSystemError();
+    return renameWithoutReplacing(item, fromFolder, fromName, toFolder, toName);
+}
+
+std::error_code renameWithoutReplacing(const struct stat& item, int fromFolder, const std::string& fromName,
+                                       int toFolder, const std::string& toName) {
     const char* from = fromName.c_str();
     const char* to = toName.c_str();
-    struct stat before {};
-    if (fstatat(fromFolder, from, &before, AT_SYMLINK_NOFOLLOW) != 0) return lastSystemError();
-
     if (renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE) == 0) return {};
     const std::error_code reason = lastSystemError();
     if (reason == std::errc::file_exists || reason == std::errc::cross_device_link) return reason;
     if (reason == std::errc::invalid_argument || reason == std::errc::function_not_supported)
-        return S_ISDIR(before.st_mode) ? renameFolderOntoEmptyOne(fromFolder, from, toFolder, to)
-                                       : linkThenUnlink(before, fromFolder, from, toFolder, to);
+        return S_ISDIR(item.st_mode) ? renameFolderOntoEmptyOne(fromFolder, from, toFolder, to)
+                                     : linkThenUnlink(item, fromFolder, from, toFolder, to);
 
     // Network storage may have done it although the answer got lost.
-    if (liesAt(before, toFolder, to) && isGone(fromFolder, from)) return {};
+    if (liesAt(item, toFolder, to) && isGone(fromFolder, from)) return {};
     return reason;
 }
 

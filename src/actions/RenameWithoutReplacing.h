@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <string>
 #include <system_error>
 
@@ -13,5 +15,9 @@ namespace brimwick {
 /// folder takes the place of an empty one made for it. Fails where neither is possible.
 [[nodiscard]] std::error_code renameWithoutReplacing(int fromFolder, const std::string& fromName,
                                                      int toFolder, const std::string& toName);
+/// The same for an item whose status was just read.
+[[nodiscard]] std::error_code renameWithoutReplacing(const struct stat& item, int fromFolder,
+                                                     const std::string& fromName, int toFolder,
+                                                     const std::string& toName);
 
 } // namespace brimwick

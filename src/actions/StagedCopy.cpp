@@ -41,7 +41,7 @@ tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, const 
 
 tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, const OpenFolder& target,
                                                      JournalEntry& notes, TransferProgress& progress) {
-    if (auto fits = checkFreeSpace(source, target); !fits) return tl::unexpected(fits.error());
+    if (auto fits = checkFreeSpace(source, target, progress); !fits) return tl::unexpected(fits.error());
     StagedCopy staged(target, hiddenName("part"), notes);
     notes.staging(target, staged.name_);
     auto log = copyUnderName(source, {target.descriptor(), staged.name_}, progress);

@@ -7,7 +7,7 @@ namespace brimwick {
 /// An absolute path in the same folder at which nothing lies: "Report.pdf" becomes "Report(1).pdf".
 ///
 /// The numbers count on through the whole life of the process, whatever is numbered: each candidate takes the
-/// next one. Main thread only.
+/// next one. One thread at a time.
 std::string uniquePath(const std::string& takenPath);
 
 /// Whether anything lies there, a dangling symbolic link included.

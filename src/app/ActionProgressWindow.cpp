@@ -40,7 +40,8 @@ ActionProgressWindow::ActionProgressWindow(const QString& title, TransferProgres
     layout->setSizeConstraint(QLayout::SetFixedSize);
     bar_->setFixedWidth(contentWidth);
     item_->setFixedWidth(contentWidth);
-    cancelButton_->setFocus();
+    // A key that was meant for the window before is not to cancel anything.
+    cancelButton_->setFocusPolicy(Qt::NoFocus);
     connect(cancelButton_, &QPushButton::clicked, this, &ActionProgressWindow::cancel);
     refresh();
 }
@@ -66,10 +67,8 @@ void ActionProgressWindow::cancel() {
 }
 
 void ActionProgressWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape && !event->isAutoRepeat())
         cancel();
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        cancelButton_->click();
     else
         QWidget::keyPressEvent(event);
 }

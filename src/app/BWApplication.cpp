@@ -62,7 +62,10 @@ void BWApplication::restrictInputTo(const QWidget* window) {
 }
 
 bool BWApplication::isAdmitted(const QObject* receiver, const QEvent& event) const {
-    if (!InputBarrier::isInput(event) && event.type() != QEvent::Close) return true;
+    const QEvent::Type type = event.type();
+    if (!InputBarrier::isInput(event) && type != QEvent::InputMethod && type != QEvent::Shortcut &&
+        type != QEvent::Close)
+        return true;
     if (inputWindow_ == nullptr) return false;
     const auto* widget = qobject_cast<const QWidget*>(receiver);
     return receiver == inputWindow_->windowHandle() ||

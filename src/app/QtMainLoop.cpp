@@ -1,6 +1,7 @@
 #include "app/QtMainLoop.h"
 
 #include <QMetaObject>
+#include <QScopeGuard>
 #include <QTimer>
 
 namespace brimwick {
@@ -35,6 +36,10 @@ void QtMainLoop::post(std::function<void()> task) {
 
 void QtMainLoop::run(std::function<void()> task) {
     waiting_.push_back(std::move(task));
+    // One that fails does not keep the others from running.
+    const auto goOn = qScopeGuard([this] {
+        if (!waiting_.empty() && !held_) post([] {});
+    });
     while (!waiting_.empty() && !held_) {
         const std::function<void()> next = std::move(waiting_.front());
         waiting_.pop_front();

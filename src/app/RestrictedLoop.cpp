@@ -5,10 +5,13 @@
 #include "picker/DisplayText.h"
 
 #include <QEventLoop>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
 #include <QTimer>
 
 #include <future>
 #include <memory>
+#include <stdexcept>
 
 namespace brimwick {
 
@@ -24,6 +27,9 @@ constexpr auto looksEvery = 20ms;
 } // namespace
 
 void RestrictedLoop::run(const FileWork& work) {
+    // An assistive technology, say, can press a button of a window that takes no input.
+    if (isAtWork_) throw std::logic_error("an action is under way already");
+    const QScopedValueRollback<bool> atWork(isAtWork_, true);
     QElapsedTimer begun;
     begun.start();
     std::future<void> done = std::async(std::launch::async, work.perform);
@@ -39,6 +45,10 @@ void RestrictedLoop::serveWindows(const FileWork& work, QElapsedTimer begun,
     auto& application = *static_cast<BWApplication*>(QCoreApplication::instance());
     mainLoop_.setHeld(true);
     application.restrictInputTo(nullptr);
+    const auto lift = qScopeGuard([&] {
+        application.liftRestriction();
+        mainLoop_.setHeld(false);
+    });
 
     std::unique_ptr<ActionProgressWindow> window;
     QEventLoop loop;
@@ -50,16 +60,15 @@ void RestrictedLoop::serveWindows(const FileWork& work, QElapsedTimer begun,
         if (begun.elapsed() < std::chrono::milliseconds(showsAfter).count()) return;
         window = std::make_unique<ActionProgressWindow>(displayText(work.title), work.progress, begun);
         application.restrictInputTo(window.get());
+        // Only from ourselves: whoever types in another program does not mean this window.
+        window->setAttribute(Qt::WA_ShowWithoutActivating,
+                             QGuiApplication::applicationState() != Qt::ApplicationActive);
         window->show();
-        window->activateWindow();
     });
     look.start(looksEvery);
     loop.exec();
     // The program itself may be told to end; files are not left half done then either.
     if (!isDone()) work.progress.cancel();
-
-    application.liftRestriction();
-    mainLoop_.setHeld(false);
 }
 
 } // namespace brimwick

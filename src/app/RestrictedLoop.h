@@ -10,8 +10,8 @@
 namespace brimwick {
 
 /// Has work done on a thread of its own and waits for it. Soon the windows are painted meanwhile, later the
-/// user sees how far it is and can cancel it. Nothing else reaches the program before the work is done: no
-/// key or click for another window, no hot key, task or timer. Main thread only; one at a time.
+/// user sees how far it is and can cancel it. Before the work is done no key or click reaches another window,
+/// and no hot key, task or timer the program. Main thread only; throws when it is asked in the midst of work.
 class RestrictedLoop : public WorkRunner {
   public:
     explicit RestrictedLoop(QtMainLoop& mainLoop) : mainLoop_(mainLoop) {}
@@ -22,6 +22,7 @@ class RestrictedLoop : public WorkRunner {
     void serveWindows(const FileWork& work, QElapsedTimer begun, const std::function<bool()>& isDone);
 
     QtMainLoop& mainLoop_;
+    bool isAtWork_ = false;
 };
 
 } // namespace brimwick

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QMessageBox>
+#include <QScopeGuard>
 
 #include <cstdio>
 
@@ -44,8 +45,10 @@ StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStac
 
 QAction* StatusMenu::addItem(const char* title, void (StatusMenu::*handler)()) {
     QAction* item = statusMenu_.addAction(title);
-    QObject::connect(item, &QAction::triggered, &statusMenu_,
-                     [this, handler] { mainLoop_.runWhenFree([this, handler] { (this->*handler)(); }); });
+    QObject::connect(item, &QAction::triggered, &statusMenu_, [this, handler] {
+        // What is chosen in the midst of an action speaks of a state that is over when it ends.
+        if (!mainLoop_.isHeld() || handler == &StatusMenu::quitMenuItemSelected) (this->*handler)();
+    });
     return item;
 }
 
@@ -90,15 +93,15 @@ bool StatusMenu::showMessage(const std::string& title, const std::string& text) 
 void StatusMenu::undoMenuItemSelected() {
     const auto action = undoStack_.pop();
     if (!action) return;
+    const auto keep = qScopeGuard([&] { redoStack_.push(action); });
     action->performActionInDirection(1);
-    redoStack_.push(action);
 }
 
 void StatusMenu::redoMenuItemSelected() {
     const auto action = redoStack_.pop();
     if (!action) return;
+    const auto keep = qScopeGuard([&] { undoStack_.push(action); });
     action->performActionInDirection(0);
-    undoStack_.push(action);
 }
 
 void StatusMenu::aboutMenuItemSelected() {

@@ -105,11 +105,10 @@ TEST_F(RestrictedLoopTest, ShowsHowFarLongWorkIs) {
     EXPECT_FALSE(progress.checkCancelled());
 }
 
-TEST_F(RestrictedLoopTest, IsCancelledByItsButtonByEscapeByReturnAndByClosing) {
+TEST_F(RestrictedLoopTest, IsCancelledByItsButtonByEscapeAndByClosing) {
     const std::vector<std::function<void()>> ways = {
         [] { QTest::mouseClick(&progressWindow()->cancelButton(), Qt::LeftButton); },
         [] { QTest::keyClick(progressWindow()->windowHandle(), Qt::Key_Escape); },
-        [] { QTest::keyClick(progressWindow()->windowHandle(), Qt::Key_Return); },
         [] { progressWindow()->close(); },
     };
     for (std::size_t way = 0; way < ways.size(); ++way) {
@@ -180,8 +179,32 @@ TEST_F(RestrictedLoopTest, TasksAndTimersWaitAndThenComeInTheirOrder) {
     EXPECT_THAT(ran, ElementsAre(0, 1, 2, 3, 4));
 }
 
+TEST_F(RestrictedLoopTest, IsNotCancelledByKeysThatWereMeantForTheWindowBefore) {
+    runUntilEnded([&] {
+        QWindow* window = progressWindow()->windowHandle();
+        for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_A})
+            QTest::keyClick(window, key);
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+        QApplication::sendEvent(progressWindow(), &held);
+        ended = true;
+    });
+    EXPECT_TRUE(windowWasThere);
+    EXPECT_FALSE(progress.checkCancelled());
+}
+
+TEST_F(RestrictedLoopTest, RefusesWorkInTheMidstOfWork) {
+    runUntilEnded([&] {
+        EXPECT_THROW(loop.run(workOf([] {})), std::logic_error);
+        EXPECT_TRUE(mainLoop.isHeld());
+        ended = true;
+    });
+    EXPECT_TRUE(windowWasThere);
+    EXPECT_NO_THROW(loop.run(workOf([] {})));
+}
+
 TEST_F(RestrictedLoopTest, CancelsTheWorkWhenTheProgramEnds) {
-    runUntilEnded([] { BWApplication::terminate(); });
+    QTimer::singleShot(0, [this] { runUntilEnded([] { BWApplication::terminate(); }); });
+    BWApplication::exec();
     EXPECT_TRUE(progress.checkCancelled());
     EXPECT_FALSE(mainLoop.isHeld());
 }

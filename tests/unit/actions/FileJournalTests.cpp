@@ -16,25 +16,31 @@ InterruptedTransfer someMove() {
     return {.number = 0,
             .isMove = true,
             .source = "/from/a b\n\xff%20",
-            .sourceFolderInode = 11,
-            .targetFolderInode = 12,
+            .sourceInode = 10,
+            .sourceFolder = {-1, 11},
+            .targetFolder = {2, 12},
             .staged = "/to/.brimwick-1-2.part",
             .destination = "/to/a b\n\xff%20",
             .copyInode = 13,
             .completed = std::chrono::nanoseconds(1'700'000'000'123'456'789),
-            .claimed = "/from/.brimwick-1-3.moved"};
+            .claimed = "/from/.brimwick-1-3.moved",
+            .removing = false};
 }
 
-std::string lines(const InterruptedTransfer& transfer, const std::string& number) {
-    return number + " " + journalLineForStaging(transfer) + "\n" + number + " " +
-           journalLineForNaming(transfer) + "\n" + number + " " + journalLineForClaiming(transfer) + "\n";
+std::string lines(InterruptedTransfer transfer, const std::string& number) {
+    transfer.number = std::stoull(number);
+    return journalLinesOf(transfer);
 }
 
 void expectSame(const InterruptedTransfer& one, const InterruptedTransfer& other) {
     EXPECT_EQ(one.isMove, other.isMove);
     EXPECT_EQ(one.source, other.source);
-    EXPECT_EQ(one.sourceFolderInode, other.sourceFolderInode);
-    EXPECT_EQ(one.targetFolderInode, other.targetFolderInode);
+    EXPECT_EQ(one.sourceInode, other.sourceInode);
+    EXPECT_EQ(one.sourceFolder.fileSystem, other.sourceFolder.fileSystem);
+    EXPECT_EQ(one.sourceFolder.inode, other.sourceFolder.inode);
+    EXPECT_EQ(one.targetFolder.fileSystem, other.targetFolder.fileSystem);
+    EXPECT_EQ(one.targetFolder.inode, other.targetFolder.inode);
+    EXPECT_EQ(one.removing, other.removing);
     EXPECT_EQ(one.staged, other.staged);
     EXPECT_EQ(one.destination, other.destination);
     EXPECT_EQ(one.copyInode, other.copyInode);
@@ -55,6 +61,26 @@ TEST(JournalLines, TellTheLastNameThatWasTried) {
     const auto transfers = readJournal(lines(someMove(), "7") + "7 " + journalLineForNaming(later) + "\n");
     ASSERT_THAT(transfers, SizeIs(1));
     EXPECT_EQ(transfers[0].destination, "/to/a(1)");
+}
+
+TEST(JournalLines, TellWhetherTheRemovalMayHaveBegun) {
+    InterruptedTransfer removing = someMove();
+    removing.removing = true;
+    EXPECT_TRUE(readJournal(lines(removing, "7")).at(0).removing);
+}
+
+/// Whatever else stands there, no visible file is ever taken for a leftover.
+TEST(JournalLines, OfNamesThatAreNotHiddenOnesOfOursArePassedOver) {
+    for (const std::string name : {"/from/a", "/elsewhere/.brimwick-1-3.moved", "/from/.brimwick-1-3.part"}) {
+        InterruptedTransfer transfer = someMove();
+        transfer.claimed = name;
+        const auto transfers = readJournal(lines(transfer, "7"));
+        ASSERT_THAT(transfers, SizeIs(1));
+        EXPECT_EQ(transfers[0].claimed, "");
+        transfer = someMove();
+        transfer.staged = name;
+        EXPECT_THAT(readJournal(lines(transfer, "7")), SizeIs(name.ends_with(".part") ? 1 : 0));
+    }
 }
 
 TEST(JournalLines, OfATransferAtItsEndAreForgotten) {
@@ -82,11 +108,13 @@ TEST(JournalLines, ThatAreNoneArePassedOver) {
                                 "\n\n",
                                 "hello\n",
                                 "1\n",
-                                "x move 1 2 /a /b\n",
-                                "1 move 1 2 /a\n",
-                                "1 move 1 x /a /b\n",
-                                "1 move 1 2 a b\n",
-                                "1 move 1 2 /a%zz /b\n",
+                                "x move 1 2 3 4 5 /a /.brimwick-1.part\n",
+                                "1 move 1 2 3 4 5 /a /b\n",
+                                "1 move 1 2 3 4 5 /a /.brimwick-1.moved\n",
+                                "1 move 1 2 3 4 5 /a\n",
+                                "1 move 1 2 3 x 5 /a /.brimwick-1.part\n",
+                                "1 move 1 2 3 4 5 a .brimwick-1.part\n",
+                                "1 move 1 2 3 4 5 /a%zz /.brimwick-1.part\n",
                                 "1 name 5 6 /a\n",
                                 "1 end\n",
                                 std::string("\0\0\0\n", 4)};
@@ -121,8 +149,8 @@ TEST_F(Journal, IsEmptyOnceNothingIsUnderWay) {
     FileJournal journal(folder / "journal");
     const auto one = journal.begin();
     const auto other = journal.begin();
-    journal.note(one, "move 1 2 /a /b", FileJournal::Durability::ThroughCrashes);
-    journal.note(other, "move 1 2 /c /d", FileJournal::Durability::ThroughCrashes);
+    journal.note(one, journalLineForStaging(someMove()), FileJournal::Durability::ThroughCrashes);
+    journal.note(other, journalLineForStaging(someMove()), FileJournal::Durability::ThroughCrashes);
     journal.end(one);
     EXPECT_THAT(readJournal(content()), SizeIs(1));
     journal.end(other);
@@ -138,14 +166,14 @@ TEST_F(Journal, KeepsWhatCannotBePutRightYetThroughLaterTransfers) {
         FileJournal journal(folder / "journal");
         const auto number = journal.begin();
         EXPECT_NE(number, journal.interrupted()[0].number);
-        journal.note(number, "copy 1 2 /x /y", FileJournal::Durability::ThroughCrashes);
+        journal.note(number, journalLineForStaging(someMove()), FileJournal::Durability::ThroughCrashes);
         journal.end(number);
     }
     EXPECT_THAT(FileJournal(folder / "journal").interrupted(), SizeIs(1));
 }
 
 TEST_F(Journal, GoesOnAfterALineThatWasCutShort) {
-    folder.makeFile("journal", "1 move 1 2 /a");
+    folder.makeFile("journal", "1 move 1 2 3 4 5 /a /.brimw");
     {
         FileJournal journal(folder / "journal");
         begin(journal);

@@ -1,5 +1,6 @@
 #include "actions/FileJournal.h"
 #include "actions/FileTransfer.h"
+#include "actions/OpenFolders.h"
 #include "actions/TransferProgress.h"
 
 #include <gmock/gmock.h>
@@ -27,7 +28,8 @@ class TrashTest : public testing::Test {
     TemporaryFolder home;
     FileJournal journal;
     TransferProgress progress;
-    FileTransfer transfer{home.path(), {journal, progress}};
+    OpenFolders folders;
+    FileTransfer transfer{home.path(), {journal, progress, folders}};
 };
 
 TEST_F(TrashTest, FirstUseLeadsToTheDesktopsTrash) {
@@ -44,7 +46,7 @@ TEST_F(TrashTest, FirstUseLeadsToTheDesktopsTrash) {
 TEST_F(TrashTest, HonoursTheConfiguredDataFolder) {
     setenv("XDG_DATA_HOME", (home / "data").c_str(), 1);
     home.makeFile("a");
-    ASSERT_TRUE(FileTransfer(home.path(), {journal, progress}).moveToTrash(home / "a", "a"));
+    ASSERT_TRUE(FileTransfer(home.path(), {journal, progress, folders}).moveToTrash(home / "a", "a"));
     EXPECT_THAT(namesIn(home / "data/Trash/files"), ElementsAre("a"));
     EXPECT_FALSE(TemporaryFolder::exists(home / ".local"));
 }

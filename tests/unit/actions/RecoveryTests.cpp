@@ -1,3 +1,4 @@
+#include "actions/CompareTrees.h"
 #include "actions/JournalLine.h"
 #include "actions/Recovery.h"
 
@@ -29,6 +30,10 @@ class RecoveryTest : public testing::Test {
         require(symlink("nowhere", (source / "tree/link").c_str()) == 0, "symlink");
     }
 
+    static FolderMark markOf(const std::string& folder) {
+        const FileDescriptor descriptor(open(folder.c_str(), O_PATH | O_CLOEXEC));
+        return FolderMark::of(descriptor.get());
+    }
     static void copyTree(const std::string& from, const std::string& to) {
         std::filesystem::copy(from, to,
                               std::filesystem::copy_options::recursive |
@@ -38,8 +43,9 @@ class RecoveryTest : public testing::Test {
     void noteStaging(const std::string& name, bool isMove = true) {
         transfer.isMove = isMove;
         transfer.source = source / name;
-        transfer.sourceFolderInode = statusOf(source.path()).st_ino;
-        transfer.targetFolderInode = statusOf(target.path()).st_ino;
+        transfer.sourceInode = statusOf(source / name).st_ino;
+        transfer.sourceFolder = markOf(source.path());
+        transfer.targetFolder = markOf(target.path());
         transfer.staged = target / hiddenCopy;
         note(journalLineForStaging(transfer));
     }
@@ -305,16 +311,129 @@ TEST_F(RecoveryTest, IsLeftToTheNextStartWhenAskedToStop) {
     EXPECT_THAT(recover(), ElementsAre(HasSubstr("Finished")));
 }
 
-TEST_F(RecoveryTest, PutsRightWhatAnInterruptedRecoveryLeft) {
-    noteStaging("tree");
-    stage("tree");
-    giveName("tree");
-    // The first recovery took the source under another hidden name, and was killed.
-    claim("tree");
-    std::filesystem::remove(source / (hiddenSource + std::string("/sub/b")));
+TEST_F(RecoveryTest, FindsTheSourceUnderTheLastHiddenNameThatItWasToGet) {
+    moveUpToTheRemoval("tree");
+    // A recovery gave it back its name, took it under another hidden one and was killed.
+    transfer.claimed = source / ".brimwick-7-7.moved";
+    note(journalLineForClaiming(transfer));
+    std::filesystem::rename(source / hiddenSource, transfer.claimed);
     EXPECT_THAT(recover(), ElementsAre(HasSubstr("Finished")));
     EXPECT_THAT(namesIn(source.path()), IsEmpty());
     expectTree(target / "tree");
+}
+
+TEST_F(RecoveryTest, TellsOfARemainderThatItIsOne) {
+    moveUpToTheRemoval("tree");
+    note(std::string(journalLineForRemoving));
+    std::filesystem::remove(source / (hiddenSource + std::string("/a")));
+    std::filesystem::rename(target / "tree", target / "renamed");
+    EXPECT_THAT(recover(), ElementsAre(AllOf(HasSubstr("its copy is not in folder " + target.path()),
+                                             HasSubstr("what is left of it is in folder " + source.path()))));
+    EXPECT_THAT(namesIn(source / "tree"), ElementsAre("link", "sub"));
+    expectTree(target / "renamed");
+}
+
+TEST_F(RecoveryTest, TakesNoOtherFileForTheSource) {
+    noteStaging("tree");
+    stage("tree");
+    giveName("tree");
+    std::filesystem::rename(source / "tree", source / "kept");
+    copyTree(source / "kept", source / "tree");
+    EXPECT_THAT(recover(), ElementsAre(HasSubstr("another file has its name now")));
+    expectTree(source / "tree");
+    expectTree(source / "kept");
+}
+
+TEST_F(RecoveryTest, TakesTheCopyForNoCopyOfItself) {
+    noteStaging("tree");
+    stage("tree");
+    giveName("tree");
+    // The folder of the source leads to that of the copy now, and says so of nothing.
+    transfer.sourceInode = transfer.copyInode;
+    transfer.sourceFolder = transfer.targetFolder;
+    note(journalLineForStaging(transfer));
+    note(journalLineForNaming(transfer));
+    std::filesystem::rename(source.path(), source.path() + "-away");
+    require(symlink(target.path().c_str(), source.path().c_str()) == 0, "symlink");
+    EXPECT_THAT(recover(), ElementsAre(HasSubstr("Did not finish")));
+    std::filesystem::remove(source.path());
+    std::filesystem::rename(source.path() + "-away", source.path());
+    expectTree(target / "tree");
+    expectTree(source / "tree");
+}
+
+TEST_F(RecoveryTest, TellsOfAHiddenSourceWhoseTargetFolderIsNotThere) {
+    moveUpToTheRemoval("tree");
+    std::filesystem::rename(target.path(), target.path() + "-away");
+    for (int start = 0; start < 2; ++start)
+        EXPECT_THAT(recover(),
+                    ElementsAre(AllOf(HasSubstr("Could not finish"), HasSubstr(source / hiddenSource))));
+    std::filesystem::rename(target.path() + "-away", target.path());
+    EXPECT_THAT(recover(), ElementsAre(HasSubstr("Finished")));
+    expectTree(target / "tree");
+    EXPECT_THAT(namesIn(source.path()), IsEmpty());
+}
+
+TEST_F(RecoveryTest, FinishesAMoveWhoseSourceWasAboutToGetItsHiddenName) {
+    noteStaging("tree");
+    stage("tree");
+    giveName("tree");
+    // As a file system without renames that do not replace leaves it.
+    transfer.claimed = source.makeFolder(hiddenSource);
+    note(journalLineForClaiming(transfer));
+    EXPECT_THAT(recover(), ElementsAre(HasSubstr("Finished")));
+    EXPECT_THAT(namesIn(source.path()), IsEmpty());
+    expectTree(target / "tree");
+}
+
+TEST_F(RecoveryTest, GoesOnWithTheOthersAfterOneThatMustWait) {
+    noteStaging("tree");
+    stage("tree");
+    std::ofstream(home / "journal", std::ios::app)
+        << "2 move 1 1 1 1 1 /no/such/a /no/such/.brimwick-1-9.part\n";
+    std::ofstream(home / "journal", std::ios::app)
+        << "0 move 1 1 1 1 1 /no/such/a /no/such/.brimwick-1-8.part\n";
+    EXPECT_THAT(recover(), ElementsAre(HasSubstr("Cleaned up")));
+    EXPECT_EQ(FileJournal(home / "journal").interrupted().size(), 2U);
+}
+
+class CompareTreesTest : public testing::Test {
+  protected:
+    CompareTreesTest() {
+        folder.makeFolder("tree/sub");
+        folder.makeFile("tree/sub/a", "first");
+        folder.makeFile("tree/z", "last");
+        std::filesystem::copy(folder / "tree", folder / "copy", std::filesystem::copy_options::recursive);
+    }
+    auto compare(const std::string& one, const std::string& other) const {
+        return compareTrees({{AT_FDCWD, folder / one}, {AT_FDCWD, folder / other}, FileMatch::Same, {}}, {});
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(CompareTreesTest, FindsACopyTheSameAndAnEntryNoCopyOfItself) {
+    EXPECT_TRUE(compare("tree", "copy"));
+    EXPECT_FALSE(compare("tree", "tree"));
+    std::filesystem::remove(folder / "copy/z");
+    std::filesystem::create_hard_link(folder / "tree/z", folder / "copy/z");
+    const auto compared = compare("tree", "copy");
+    ASSERT_FALSE(compared);
+    EXPECT_EQ(compared.error().relativePath, "z");
+}
+
+TEST_F(CompareTreesTest, SeesWhatHasChangedSince) {
+    const auto same = compare("tree", "copy");
+    ASSERT_TRUE(same);
+    const NameInFolder copy{AT_FDCWD, folder / "copy"};
+    EXPECT_FALSE(checkEntries(copy, same->other));
+    folder.makeFile("other", "first");
+    std::filesystem::rename(folder / "other", folder / "copy/sub/a");
+    EXPECT_EQ(checkEntries(copy, same->other), std::errc::device_or_resource_busy);
+    std::filesystem::remove(folder / "copy/sub/a");
+    EXPECT_TRUE(checkEntries(copy, same->other));
+    std::filesystem::remove_all(folder / "copy");
+    EXPECT_EQ(checkEntries(copy, same->other), std::errc::no_such_file_or_directory);
 }
 
 } // namespace

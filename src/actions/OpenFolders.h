@@ -1,0 +1,39 @@
+#pragma once
+
+#include "actions/OpenFolder.h"
+
+#include <tl/expected.hpp>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace brimwick {
+
+/// The folders that a run over many items works in, each opened once, and those of them in which names have
+/// changed that may not be durable yet. One thread at a time.
+class OpenFolders {
+  public:
+    /// That of an earlier call for the same path, if the path still leads to it.
+    tl::expected<OpenFolder, FileError> open(const std::string& path);
+    tl::expected<ItemPlace, FileError> openPlace(const std::string& path);
+
+    void noteChange(const OpenFolder& folder);
+    /// Whether so many wait to be made durable that it should be done soon.
+    bool isFull() const { return changed_.size() >= mostHeldOpen; }
+    /// Makes all changed names durable; the first error, after which they do not wait any more.
+    tl::expected<void, FileError> syncChanged();
+
+  private:
+    static constexpr std::size_t mostHeldOpen = 16;
+
+    struct Known {
+        OpenFolder folder;
+        dev_t device;
+        ino_t inode;
+    };
+    std::map<std::string, Known> folders_;
+    std::vector<OpenFolder> changed_;
+};
+
+} // namespace brimwick
