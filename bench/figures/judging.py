@@ -66,6 +66,11 @@ def figures_of(results: dict) -> list:
             Figure(f"processor ticks in 10 idle seconds, {size}", running.get("idle_ticks"), IDLE_TICKS, "", ".0f"),
             new_folder_figure(running, running.get("walk_milliseconds", 0)),
         ]  # fmt: skip
+    if transfer := results.get("transfer"):
+        figures += [
+            Figure(f"{case['name']}, of the time of {case['rival']}", case["ratio"], case["limit"], "")
+            for case in transfer["cases"]
+        ]
     if small := results.get("running_small"):
         figures.append(new_folder_figure(small, 0))
     return figures

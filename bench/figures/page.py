@@ -12,7 +12,8 @@ PLOT = REPOSITORY / "docs/performance-growth.svg"
 
 def write_page(results: dict):
     sections = [opening(results)]
-    for key, section in (("walk", walk_section), ("search", search_section), ("running", running_section)):
+    for key, section in (("walk", walk_section), ("search", search_section), ("running", running_section),
+                         ("transfer", transfer_section)):
         if key in results:
             sections.append(section(results))
     if "growth" in results:
@@ -70,6 +71,16 @@ def running_section(results) -> str:
         if taken is not None and math.isfinite(taken):
             lines.append(f"A folder made among {program['folders']:,} was in the list after {taken:.0f} ms (median).")
     return "## The running program\n\n" + "\n".join(lines)
+
+
+def transfer_section(results) -> str:
+    transfer = results["transfer"]
+    return f"""## Moving and copying
+
+Whole processes over small files on the disk, in {transfer["rounds"]} rounds in which each has its turn; medians. Brimwick ends when all is
+safely on the disk. So the others are followed by a flush of the target, where it says so; a move on one disk and gio are not.
+
+{tables.markdown(*tables.transfers(transfer))}"""
 
 
 def growth_section(results) -> str:

@@ -54,6 +54,15 @@ def searches(search):
     return rows, ["query", "hits", f"{OURS}, median", "p99", *others]
 
 
+def transfers(transfer):
+    others = list(dict.fromkeys(name for case in transfer["cases"] for name in case["seconds"]))
+    rows = [
+        [case["name"], *(f"{case['seconds'][name]:.2f} s" if name in case["seconds"] else "" for name in others)]
+        for case in transfer["cases"]
+    ]
+    return rows, ["what", *others]
+
+
 def milliseconds(microseconds) -> str:
     return f"{microseconds / 1000:.2f} ms" if microseconds < 100_000 else f"{microseconds / 1000:.0f} ms"
 

@@ -16,6 +16,9 @@ namespace brimwick {
 namespace {
 
 constexpr std::chrono::milliseconds longestUntold{250};
+/// So many copies, or such large ones, are made durable together.
+constexpr std::size_t mostCopiedTogether = 1000;
+constexpr std::int64_t bytesCopiedTogether = std::int64_t{64} << 20U;
 
 bool isReadable(const std::string& path) {
     return faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
@@ -33,25 +36,56 @@ bool lieOnOneFileSystem(const std::string& folder, const std::string& otherFolde
 ActionRun::ActionRun(FileOperation operation, std::vector<File> files, std::string folder,
                      const std::string& realHomeDirectory, FileJournal& journal)
     : operation_(operation), files_(std::move(files)), folder_(std::move(folder)),
-      destination_(operation == FileOperation::Trash ? joinPath(realHomeDirectory, ".Trash") : folder_),
-      transfer_(realHomeDirectory, {journal, progress_, folders_}) {}
+      realHomeDirectory_(realHomeDirectory), transfer_(realHomeDirectory, {journal, progress_, folders_}) {}
 
 void ActionRun::perform() {
-    using Clock = std::chrono::steady_clock;
     countBytes();
-    Clock::time_point durable = Clock::now();
-    for (const File& file : files_) {
+    durable_ = Clock::now();
+    for (std::size_t i = 0; i < files_.size(); ++i) {
+        const File& file = files_[i];
         if (!isReadable(file.path)) continue;
+        if (goesByCopy(file)) {
+            copies_.push_back(i);
+            bytesOfCopies_ += sizes_[i];
+            const bool isFull = copies_.size() >= mostCopiedTogether || bytesOfCopies_ >= bytesCopiedTogether;
+            if (isFull && !handleCopies()) return;
+            continue;
+        }
+        if (!handleCopies()) return;
         progress_.setItem(file.name);
-        handled_.push_back({file.name, handle(file)});
-        if (!handled_.back().path) break;
-        // What is copied is durable then, and the next copy may take long.
-        const bool waits = !isCopied(file) && !folders_.isFull() && Clock::now() - durable < longestUntold;
-        if (waits) continue;
-        if (!makeDurable()) return;
-        durable = Clock::now();
+        if (!finish({file.name, handle(file)})) return;
     }
-    makeDurable();
+    if (handleCopies()) makeDurable();
+}
+
+bool ActionRun::goesByCopy(const File& file) const {
+    return operation_ == FileOperation::Copy ||
+           (operation_ == FileOperation::Move && transfer_.isKnownToCross(itemOf(file)));
+}
+
+/// Handles what goes by copy, together. False when it ended with a failure.
+bool ActionRun::handleCopies() {
+    if (copies_.empty()) return true;
+    // What was done before them has waited long enough.
+    if (!makeDurable()) return false;
+    std::vector<FileTransfer::Item> items;
+    for (const std::size_t i : copies_) {
+        items.push_back(itemOf(files_[i]));
+        items.back().size = sizes_[i];
+    }
+    const auto paths = transfer_.byCopy(items, operation_ == FileOperation::Move);
+    for (std::size_t i = 0; i < paths.size(); ++i) handled_.push_back({files_[copies_[i]].name, paths[i]});
+    copies_.clear();
+    bytesOfCopies_ = 0;
+    return makeDurable() && paths.back().has_value();
+}
+
+/// Notes what was handled, and tells it if it is time. False when it failed.
+bool ActionRun::finish(Report report) {
+    const bool failed = !report.path;
+    handled_.push_back(std::move(report));
+    if (!failed && !folders_.isFull() && Clock::now() - durable_ < longestUntold) return true;
+    return makeDurable() && !failed;
 }
 
 /// Nothing is told before it is: of many files at once, since the disk takes its time each time.
@@ -63,35 +97,39 @@ bool ActionRun::makeDurable() {
     const std::lock_guard lock(mutex_);
     reports_.insert(reports_.end(), handled_.begin(), handled_.end());
     handled_.clear();
+    durable_ = Clock::now();
     return synced.has_value();
 }
 
-/// Whether the file goes to another file system than that of its folder, as far as can be told beforehand.
-bool ActionRun::isCopied(const File& file) {
-    if (operation_ == FileOperation::Copy) return true;
-    if (std::string from = parentPath(file.path); from != lastFolder_) {
-        lastIsCopied_ = !lieOnOneFileSystem(from, destination_);
-        lastFolder_ = std::move(from);
-    }
-    return lastIsCopied_;
-}
-
 void ActionRun::countBytes() {
+    sizes_.resize(files_.size());
+    const std::string destination =
+        operation_ == FileOperation::Trash ? joinPath(realHomeDirectory_, ".Trash") : folder_;
+    std::string lastFolder;
+    bool isCopied = operation_ == FileOperation::Copy;
     std::int64_t bytes = 0;
-    for (const File& file : files_) {
-        if (progress_.checkCancelled()) return;
-        if (isCopied(file)) bytes += sizeOfItem(file.path, progress_);
+    for (std::size_t i = 0; i < files_.size() && !progress_.checkCancelled(); ++i) {
+        if (std::string from = parentPath(files_[i].path);
+            operation_ != FileOperation::Copy && from != lastFolder) {
+            isCopied = !lieOnOneFileSystem(from, destination);
+            lastFolder = std::move(from);
+        }
+        if (isCopied) sizes_[i] = sizeOfItem(files_[i].path, progress_);
+        bytes += sizes_[i];
     }
     progress_.setTotalBytes(bytes);
 }
 
+FileTransfer::Item ActionRun::itemOf(const File& file) const {
+    const std::string path = folder_ + "/" + file.name;
+    return {file.path, path, [path] { return uniquePath(path); }, 0};
+}
+
 tl::expected<std::string, FileError> ActionRun::handle(const File& file) const {
-    const std::string plainPath = folder_ + "/" + file.name;
-    const auto numberedPath = [&plainPath] { return uniquePath(plainPath); };
-    if (operation_ == FileOperation::Move) return transfer_.move(file.path, plainPath, numberedPath);
-    if (operation_ == FileOperation::Copy) return transfer_.copy(file.path, plainPath, numberedPath);
+    if (operation_ == FileOperation::Move) return transfer_.move(itemOf(file));
     // What is recorded is the place in the source folder, at which nothing lies.
-    const std::string recorded = somethingLiesAt(plainPath) ? numberedPath() : plainPath;
+    const FileTransfer::Item back = itemOf(file);
+    const std::string recorded = somethingLiesAt(back.destination) ? back.nextPath() : back.destination;
     return transfer_.moveToTrash(file.path, file.name).map([&recorded](const std::string&) {
         return recorded;
     });

@@ -6,7 +6,8 @@
 
 #include <tl/expected.hpp>
 
-#include <functional>
+#include <chrono>
+#include <cstdint>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -46,22 +47,31 @@ class ActionRun {
     TransferProgress& progress() { return progress_; }
 
   private:
+    using Clock = std::chrono::steady_clock;
+
     void countBytes();
+    bool goesByCopy(const File& file) const;
+    bool handleCopies();
+    FileTransfer::Item itemOf(const File& file) const;
     tl::expected<std::string, FileError> handle(const File& file) const;
+    bool finish(Report report);
     bool makeDurable();
-    bool isCopied(const File& file);
 
     FileOperation operation_;
     std::vector<File> files_;
     std::string folder_;
-    std::string destination_; ///< the Trash for what is trashed
-    std::string lastFolder_;
-    bool lastIsCopied_ = false;
+    std::string realHomeDirectory_;
     TransferProgress progress_;
     OpenFolders folders_;
     FileTransfer transfer_;
+    /// In bytes, of each file that is to be copied.
+    std::vector<std::int64_t> sizes_;
+    /// Numbers of files that wait to be copied together.
+    std::vector<std::size_t> copies_;
+    std::int64_t bytesOfCopies_ = 0;
     /// What was handled and may not be durable yet.
     std::vector<Report> handled_;
+    Clock::time_point durable_; ///< when all was, lately
     std::mutex mutex_;
     std::vector<Report> reports_;
 };

@@ -107,16 +107,25 @@ std::error_code checkSize(int to, off_t size) {
     return status.st_size == size ? std::error_code() : std::make_error_code(std::errc::io_error);
 }
 
+bool hasHoles(const struct stat& status) {
+    constexpr off_t blockSize = 512;
+    return status.st_blocks * blockSize < status.st_size;
+}
+
 } // namespace
 
-std::error_code copyFileData(int from, int to, off_t size, TransferProgress& progress) {
+std::error_code copyFileData(int from, int to, const struct stat& source, TransferProgress& progress) {
     if (auto error = progress.checkCancelled()) return error;
+    const off_t size = source.st_size;
     if (size == 0) return checkSize(to, size);
     // Whatever made cloning impossible, copying shows whether it was serious.
-    if (ioctl(to, FICLONE, from) == 0)
+    if (ioctl(to, FICLONE, from) == 0) {
         progress.addBytes(size);
-    else if (auto error = copyDataSegments(from, to, size, progress))
-        return error;
+    } else {
+        const auto copy = hasHoles(source) ? copyDataSegments(from, to, size, progress)
+                                           : copyRange(from, to, 0, size, progress);
+        if (copy) return copy;
+    }
     return checkSize(to, size);
 }
 

@@ -2,15 +2,16 @@
 
 #include "actions/TransferProgress.h"
 
-#include <sys/types.h>
+#include <sys/stat.h>
 
 #include <system_error>
 
 namespace brimwick {
 
-/// Copies the first `size` bytes of one open file into another, empty one: shared blocks where the file
+/// Copies as much of one open file as its status says into another, empty one: shared blocks where the file
 /// system can, holes kept as holes. `no_message_available` when the source turned out to be shorter,
 /// `operation_canceled` when somebody ended it.
-[[nodiscard]] std::error_code copyFileData(int from, int to, off_t size, TransferProgress& progress);
+[[nodiscard]] std::error_code copyFileData(int from, int to, const struct stat& source,
+                                           TransferProgress& progress);
 
 } // namespace brimwick

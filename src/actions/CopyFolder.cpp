@@ -13,14 +13,13 @@
 
 namespace brimwick {
 
-namespace {
-
-/// A file system in user space is not told of a flush of the whole.
 Flush flushFor(int folder) {
     struct statfs information {};
     const bool known = fstatfs(folder, &information) == 0;
     return known && information.f_type != FUSE_SUPER_MAGIC ? Flush::StartedOnly : Flush::AtOnce;
 }
+
+namespace {
 
 class FolderCopier : public TreeVisitor {
   public:
@@ -62,11 +61,6 @@ class FolderCopier : public TreeVisitor {
             if (auto error = syncDescriptor(staged_.folder())) return error;
         }
         return staged_.depth() == 0 ? std::error_code() : staged_.leave();
-    }
-
-    std::error_code flushAll() {
-        if (flush_ == Flush::StartedOnly && syncfs(root_.get()) != 0) return lastSystemError();
-        return syncDescriptor(root_.get());
     }
 
     CopyLog takeLog() { return std::move(log_); }
@@ -129,7 +123,6 @@ tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const 
 
     FolderCopier copier(std::move(staged), progress);
     if (auto walked = walkTree(std::move(source), copier); !walked) return tl::unexpected(walked.error());
-    if (auto error = copier.flushAll()) return tl::unexpected(TreeWalkError{error, ""});
     return copier.takeLog();
 }
 

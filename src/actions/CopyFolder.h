@@ -9,8 +9,12 @@
 
 namespace brimwick {
 
-/// Copies a whole folder under a name that must be free and makes the copy durable. Hard links among its
-/// files stay hard links. `operation_not_supported` for a pipe, socket or device in it,
+/// How copies in this folder are flushed when all of its file system can be flushed at once afterwards: a
+/// file system in user space is not told of that.
+Flush flushFor(int folder);
+
+/// Copies a whole folder under a name that must be free and flushes it as flushFor() says. Hard links among
+/// its files stay hard links. `operation_not_supported` for a pipe, socket or device in it,
 /// `operation_canceled` when somebody ended it. A failed copy is left as it is, for the caller to remove.
 tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to,
                                                 TransferProgress& progress);

@@ -47,11 +47,14 @@ std::uint64_t FileJournal::begin() {
     return lastNumber_;
 }
 
-void FileJournal::note(std::uint64_t number, std::string_view line, Durability durability) {
+void FileJournal::note(std::uint64_t number, std::string_view line) {
     const std::lock_guard lock(mutex_);
-    if (!file_) return;
-    if (!append(std::to_string(number) + ' ' + std::string(line) + '\n')) return;
-    if (durability == Durability::ThroughPowerCuts) fdatasync(file_.get());
+    if (file_) append(std::to_string(number) + ' ' + std::string(line) + '\n');
+}
+
+void FileJournal::flush() {
+    const std::lock_guard lock(mutex_);
+    if (file_) fdatasync(file_.get());
 }
 
 void FileJournal::end(std::uint64_t number) {

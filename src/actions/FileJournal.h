@@ -17,11 +17,6 @@ namespace brimwick {
 /// transfer: it is there for tidiness, not for safety. Any thread.
 class FileJournal {
   public:
-    enum class Durability {
-        ThroughPowerCuts,
-        ThroughCrashes ///< the next note that outlasts power cuts takes it along
-    };
-
     /// Keeps nothing.
     FileJournal() = default;
     /// Reads what earlier runs left in the file, which is made when it is not there. Where another process
@@ -33,8 +28,10 @@ class FileJournal {
 
     /// A number for one more transfer.
     std::uint64_t begin();
-    /// What the transfer is about to do, a line of JournalLine.h.
-    void note(std::uint64_t number, std::string_view line, Durability durability);
+    /// What the transfer is about to do, a line of JournalLine.h. Outlasts a crash of the program.
+    void note(std::uint64_t number, std::string_view line);
+    /// What was noted so far outlasts power cuts then.
+    void flush();
     /// Nothing of it needs to be put right any more.
     void end(std::uint64_t number);
 

@@ -1,32 +1,47 @@
 #include "actions/FileTransfer.h"
 
-#include "actions/CopyItem.h"
 #include "actions/MoveItem.h"
+#include "actions/OpenFolders.h"
+#include "actions/TransferByCopy.h"
 #include "model/PathText.h"
 
 namespace brimwick {
 
-tl::expected<std::string, FileError>
-FileTransfer::move(const std::string& source, const std::string& destination, NextPath nextPath) const {
-    const auto prepared = prepare(source, destination, std::move(nextPath));
+tl::expected<std::string, FileError> FileTransfer::move(const Item& item) const {
+    const auto prepared = prepare(item);
     if (!prepared) return tl::unexpected(prepared.error());
-    const bool leavesTrash = isDesktopTrash(parentPath(source));
-    auto path = moveItem(source, *prepared, context_);
-    if (path && leavesTrash) trash_.removeRecord(lastPathComponent(source));
+    auto path = moveItem(item.source, *prepared, context_);
+    if (path) leave(item.source);
     return path;
 }
 
-tl::expected<std::string, FileError>
-FileTransfer::copy(const std::string& source, const std::string& destination, NextPath nextPath) const {
-    const auto prepared = prepare(source, destination, std::move(nextPath));
-    if (!prepared) return tl::unexpected(prepared.error());
-    return copyItem(source, *prepared, context_);
+std::vector<tl::expected<std::string, FileError>> FileTransfer::byCopy(const std::vector<Item>& items,
+                                                                       bool isMove) const {
+    std::vector<PlannedTransfer> planned;
+    for (const Item& item : items) {
+        auto prepared = prepare(item);
+        if (!prepared) return {tl::unexpected(prepared.error())};
+        planned.push_back({item.source, std::move(*prepared), item.size});
+    }
+    auto paths = transferByCopy(planned, isMove, context_);
+    for (std::size_t i = 0; isMove && i < paths.size(); ++i)
+        if (paths[i]) leave(items[i].source);
+    return paths;
+}
+
+bool FileTransfer::isKnownToCross(const Item& item) const {
+    return context_.folders.isKnownToCross(parentPath(item.source), parentPath(item.destination));
+}
+
+/// Strikes an item off that was moved away.
+void FileTransfer::leave(const std::string& source) const {
+    if (isDesktopTrash(parentPath(source))) trash_.removeRecord(lastPathComponent(source));
 }
 
 tl::expected<std::string, FileError> FileTransfer::moveToTrash(const std::string& source,
                                                                const std::string& name) const {
     const std::string destination = joinPath(trash_.path(), name);
-    auto path = move(source, destination, nullptr);
+    auto path = move({source, destination, nullptr, 0});
     if (!path && path.error().code == std::errc::file_exists)
         return tl::unexpected(
             fileError("The Trash already holds an item of this name,", destination, path.error().code));
@@ -39,15 +54,16 @@ bool FileTransfer::isDesktopTrash(const std::string& folder) const {
     return known->second;
 }
 
-tl::expected<Destination, FileError>
-FileTransfer::prepare(const std::string& source, const std::string& destination, NextPath nextPath) const {
-    const std::string folder = parentPath(destination);
+tl::expected<Destination, FileError> FileTransfer::prepare(const Item& item) const {
+    const std::string folder = parentPath(item.destination);
     if (folder == trash_.path()) {
         if (auto ready = trash_.makeReady(); !ready) return tl::unexpected(ready.error());
     }
-    Destination prepared{destination, std::move(nextPath), {}, {}};
+    Destination prepared{item.destination, item.nextPath, {}, {}};
     if (isDesktopTrash(folder)) {
-        prepared.reserve = [this, source](const std::string& name) { return trash_.addRecord(name, source); };
+        prepared.reserve = [this, source = item.source](const std::string& name) {
+            return trash_.addRecord(name, source);
+        };
         prepared.withdraw = [this](const std::string& name) { trash_.removeRecord(name); };
     }
     return prepared;

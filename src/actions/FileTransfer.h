@@ -4,8 +4,10 @@
 #include "actions/TransferContext.h"
 #include "actions/TrashFolder.h"
 
+#include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace brimwick {
 
@@ -14,23 +16,32 @@ namespace brimwick {
 class FileTransfer {
   public:
     using NextPath = std::function<std::string()>;
+    struct Item {
+        std::string source;
+        std::string destination;
+        /// Yields another path in the same folder when one is taken.
+        NextPath nextPath;
+        /// What its files hold, in bytes, if that is known; 0 otherwise.
+        std::int64_t size = 0;
+    };
 
     FileTransfer(const std::string& realHomeDirectory, TransferContext context)
         : trash_(realHomeDirectory), context_(context) {}
 
-    /// `nextPath` yields another path in the same folder when one is taken. The path that it got in the end.
-    tl::expected<std::string, FileError> move(const std::string& source, const std::string& destination,
-                                              NextPath nextPath) const;
-    tl::expected<std::string, FileError> copy(const std::string& source, const std::string& destination,
-                                              NextPath nextPath) const;
+    /// The path that it got in the end.
+    tl::expected<std::string, FileError> move(const Item& item) const;
+    /// Copies or moves items into one folder in any case by way of copies; as transferByCopy().
+    std::vector<tl::expected<std::string, FileError>> byCopy(const std::vector<Item>& items,
+                                                             bool isMove) const;
+    /// Whether a move of the item was tried last from and to where it lies and goes, and took a copy.
+    bool isKnownToCross(const Item& item) const;
     /// Moves an item into the user's Trash under that very name; a taken name is an error.
     tl::expected<std::string, FileError> moveToTrash(const std::string& source,
                                                      const std::string& name) const;
 
   private:
-    tl::expected<Destination, FileError> prepare(const std::string& source, const std::string& destination,
-                                                 NextPath nextPath) const;
-
+    tl::expected<Destination, FileError> prepare(const Item& item) const;
+    void leave(const std::string& source) const;
     bool isDesktopTrash(const std::string& folder) const;
 
     TrashFolder trash_;

@@ -69,13 +69,14 @@ bool takesWhatFilesHold(long fileSystem) {
 } // namespace
 
 tl::expected<void, FileError> checkFreeSpace(const ItemPlace& source, const OpenFolder& target,
-                                             const TransferProgress& progress) {
+                                             std::int64_t knownSize, const TransferProgress& progress) {
     struct statfs information {};
     if (fstatfs(target.descriptor(), &information) != 0 || !takesWhatFilesHold(information.f_type) ||
         information.f_blocks == 0)
         return {};
     const auto blocks = geteuid() == 0 ? information.f_bfree : information.f_bavail;
     const std::uint64_t free = std::uint64_t{blocks} * static_cast<std::uint64_t>(information.f_bsize);
+    if (knownSize > 0 && static_cast<std::uint64_t>(knownSize) <= free) return {};
     const std::uint64_t needed = sumOf(leastSpaceOf, source.folder.descriptor(), source.name, progress);
     if (needed <= free) return {};
     FileError error = fileError("Could not copy", source.path(), target.path(),

@@ -14,7 +14,7 @@ namespace brimwick {
 /// `no_space_on_device`, and the description says how much it takes. Where the file system may take less than
 /// the files hold, or does not say what is free, nothing is refused.
 tl::expected<void, FileError> checkFreeSpace(const ItemPlace& source, const OpenFolder& target,
-                                             const TransferProgress& progress);
+                                             std::int64_t knownSize, const TransferProgress& progress);
 
 /// How many bytes a file holds, or all files in a folder; 0 for anything else, and for what cannot be read.
 /// Less when it is cancelled meanwhile.

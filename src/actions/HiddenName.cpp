@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <cinttypes>
+#include <cstdint>
 #include <cstdio>
 #include <random>
 
@@ -15,9 +17,11 @@ const std::string prefix = ".brimwick-";
 } // namespace
 
 std::string randomText() {
-    std::random_device random;
+    // Asking the system for each is slow.
+    thread_local std::mt19937_64 random{(std::uint64_t{std::random_device()()} << 32U) |
+                                        std::random_device()()};
     std::array<char, 17> digits{};
-    std::snprintf(digits.data(), digits.size(), "%08x%08x", random(), random());
+    std::snprintf(digits.data(), digits.size(), "%016" PRIx64, static_cast<std::uint64_t>(random()));
     return digits.data();
 }
 

@@ -35,25 +35,27 @@ JournalEntry::~JournalEntry() {
 void JournalEntry::staging(const OpenFolder& target, const std::string& name) {
     transfer_.targetFolder = FolderMark::of(target.descriptor());
     transfer_.staged = target.pathOf(name);
-    journal_.note(transfer_.number, journalLineForStaging(transfer_),
-                  FileJournal::Durability::ThroughPowerCuts);
+    journal_.note(transfer_.number, journalLineForStaging(transfer_));
 }
 
 void JournalEntry::naming(const OpenFolder& target, const std::string& stagedName, const std::string& name) {
     transfer_.copyInode = inodeOf(target.descriptor(), stagedName);
     transfer_.destination = target.pathOf(name);
     transfer_.completed = std::chrono::system_clock::now().time_since_epoch();
-    journal_.note(transfer_.number, journalLineForNaming(transfer_), FileJournal::Durability::ThroughCrashes);
+    journal_.note(transfer_.number, journalLineForNaming(transfer_));
 }
 
 void JournalEntry::claiming(const std::string& name) {
     transfer_.claimed = source_.folder.pathOf(name);
-    journal_.note(transfer_.number, journalLineForClaiming(transfer_),
-                  FileJournal::Durability::ThroughPowerCuts);
+    journal_.note(transfer_.number, journalLineForClaiming(transfer_));
 }
 
 void JournalEntry::removing() {
-    journal_.note(transfer_.number, journalLineForRemoving, FileJournal::Durability::ThroughCrashes);
+    journal_.note(transfer_.number, journalLineForRemoving);
+}
+
+void JournalEntry::flush() {
+    journal_.flush();
 }
 
 } // namespace brimwick

@@ -26,6 +26,8 @@ class JournalEntry {
     void claiming(const std::string& name);
     /// Entries of the source are about to be removed.
     void removing();
+    /// The notes so far outlast power cuts then.
+    void flush();
     /// What could not be removed is left to the next start.
     void keepOpen() { open_ = true; }
     bool isKeptOpen() const { return open_; }

@@ -1,38 +1,12 @@
 #include "actions/MoveItem.h"
 
-#include "actions/CopyItem.h"
-#include "actions/JournalEntry.h"
 #include "actions/OpenFolders.h"
-#include "actions/RemoveVerified.h"
 #include "actions/RenameWithoutReplacing.h"
-#include "actions/StagedCopy.h"
+#include "actions/SourceStatus.h"
+#include "actions/TransferByCopy.h"
 #include "actions/TransferProgress.h"
 
 namespace brimwick {
-
-namespace {
-
-tl::expected<std::string, FileError> moveByCopy(const ItemPlace& from, const ItemPlace& to,
-                                                const Destination& destination,
-                                                const TransferContext& context) {
-    if (auto error = checkRemovable(from))
-        return tl::unexpected(fileError("Could not move", from.path(), destination.path, error));
-    JournalEntry notes(context.journal, from, true);
-    auto staged = StagedCopy::make(from, to.folder, notes, context.progress);
-    if (!staged) return tl::unexpected(staged.error());
-    auto path =
-        takeFreeName(destination, [&staged](const std::string& name) { return staged->rename(name); });
-    if (!path)
-        return tl::unexpected(fileError("Could not move", from.path(), destination.path, path.error()));
-    if (auto error = to.folder.sync())
-        return tl::unexpected(fileError("Copied, but not removed, as a power cut may undo the copy,",
-                                        from.path(), *path, error));
-    if (auto removed = removeVerified(from, staged->log(), notes); !removed)
-        return tl::unexpected(removed.error());
-    return *path;
-}
-
-} // namespace
 
 tl::expected<std::string, FileError> moveItem(const std::string& source, const Destination& destination,
                                               const TransferContext& context) {
@@ -50,8 +24,10 @@ tl::expected<std::string, FileError> moveItem(const std::string& source, const D
                                       name);
     });
     // The kernel knows best what lies on the same file system.
-    if (!path && path.error() == std::errc::cross_device_link)
-        return moveByCopy(*from, *to, destination, context);
+    if (!path && path.error() == std::errc::cross_device_link) {
+        context.folders.noteCrossing(from->folder.path(), to->folder.path());
+        return transferByCopy({{source, destination, 0}}, true, context).front();
+    }
     if (!path) return tl::unexpected(fileError("Could not move", source, destination.path, path.error()));
 
     context.folders.noteChange(to->folder);

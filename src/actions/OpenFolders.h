@@ -6,6 +6,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace brimwick {
@@ -17,6 +18,13 @@ class OpenFolders {
     /// That of an earlier call for the same path, if the path still leads to it.
     tl::expected<OpenFolder, FileError> open(const std::string& path);
     tl::expected<ItemPlace, FileError> openPlace(const std::string& path);
+
+    /// Items of the one folder cannot be renamed into the other one.
+    void noteCrossing(const std::string& from, const std::string& to) { crossing_ = {from, to}; }
+    /// Whether that was noted last.
+    bool isKnownToCross(const std::string& from, const std::string& to) const {
+        return crossing_ == std::pair(from, to);
+    }
 
     void noteChange(const OpenFolder& folder);
     /// Whether so many wait to be made durable that it should be done soon.
@@ -34,6 +42,7 @@ class OpenFolders {
     };
     std::map<std::string, Known> folders_;
     std::vector<OpenFolder> changed_;
+    std::pair<std::string, std::string> crossing_;
 };
 
 } // namespace brimwick

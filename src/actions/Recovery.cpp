@@ -1,6 +1,7 @@
 #include "actions/Recovery.h"
 
 #include "actions/CompareTrees.h"
+#include "actions/HiddenName.h"
 #include "actions/JournalEntry.h"
 #include "actions/RemoveTree.h"
 #include "actions/RemoveVerified.h"
@@ -176,10 +177,21 @@ class Recovery {
             return checkEntries({target_.folder(), lastPathComponent(transfer_.destination)}, same.other);
         };
         const auto removed = name == ownName()
-                                 ? removeVerified(*source_.place, same.item, notes, copyIsThere)
+                                 ? claimAndRemoveSource(same.item, notes, copyIsThere)
                                  : removeClaimed(*source_.place, name, same.item, notes, copyIsThere);
         if (!removed) return {!notes.isKeptOpen(), removed.error().description};
+        // Should its name come back after a power cut, there is an item twice, and none lost.
+        static_cast<void>(source_.place->folder.sync());
         return {true, "Finished " + what() + " to folder " + target_.place->folder.path()};
+    }
+
+    tl::expected<void, FileError>
+    claimAndRemoveSource(const CopyLog& log, JournalEntry& notes,
+                         const std::function<std::error_code()>& lastCheck) const {
+        const std::string claimed = hiddenName("moved");
+        notes.claiming(claimed);
+        notes.flush();
+        return claimAndRemove(*source_.place, claimed, log, notes, lastCheck);
     }
 
     Outcome keepBoth(const std::string& name, const std::string& why) const {

@@ -1,6 +1,5 @@
 #include "actions/RemoveVerified.h"
 
-#include "actions/HiddenName.h"
 #include "actions/RemoveTree.h"
 #include "actions/RenameWithoutReplacing.h"
 #include "actions/SystemError.h"
@@ -89,11 +88,10 @@ std::error_code checkRemovable(const ItemPlace& source) {
     return {};
 }
 
-tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log, JournalEntry& notes,
+tl::expected<void, FileError> claimAndRemove(const ItemPlace& source, const std::string& claimed,
+                                             const CopyLog& log, JournalEntry& notes,
                                              const std::function<std::error_code()>& lastCheck) {
     const int folder = source.folder.descriptor();
-    const std::string claimed = hiddenName("moved");
-    notes.claiming(claimed);
     // First under a name that nobody else opens: between looking and removing, no program can write into it.
     if (auto error = renameWithoutReplacing(folder, source.name, folder, claimed))
         return tl::unexpected(fileError("Copied, but could not remove", source.path(), error));
@@ -112,11 +110,7 @@ tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::
         error = removeLogged(folder, claimed, log);
         what = "Copied, but could not remove all of";
     }
-    if (!error) {
-        // Should the name come back after a power cut, there is an item twice, and none lost.
-        static_cast<void>(source.folder.sync());
-        return {};
-    }
+    if (!error) return {};
     FileError description = fileError(what, source.path(), error);
     if (renameWithoutReplacing(folder, claimed, folder, source.name)) {
         description.description += " (it is now at \"" + source.folder.pathOf(claimed) + "\")";

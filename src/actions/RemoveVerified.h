@@ -15,12 +15,13 @@ namespace brimwick {
 
 /// The end of a move between file systems: removes the source, of which a complete, durable copy exists,
 /// provided that it still is what was copied and that no program has one of its files open for writing.
-/// Otherwise it stays, or comes back, under its own name.
-/// `lastCheck`, if any, is asked right before anything is removed.
-tl::expected<void, FileError> removeVerified(const ItemPlace& source, const CopyLog& log, JournalEntry& notes,
+/// Otherwise it stays, or comes back, under its own name. It gets a hidden name before, which must be noted
+/// already. `lastCheck`, if any, is asked right before anything is removed.
+tl::expected<void, FileError> claimAndRemove(const ItemPlace& source, const std::string& claimed,
+                                             const CopyLog& log, JournalEntry& notes,
                                              const std::function<std::error_code()>& lastCheck = {});
 
-/// The same for a source that goes by a hidden name already. It keeps that one where its own cannot be had
+/// The same for a source that goes by its hidden name already. It keeps that one where its own cannot be had
 /// back, and the error says so.
 tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::string& claimed,
                                             const CopyLog& log, JournalEntry& notes,

@@ -1,9 +1,6 @@
 #include "actions/StagedCopy.h"
 
-#include "actions/CopyEntry.h"
 #include "actions/CopyFolder.h"
-#include "actions/FreeSpace.h"
-#include "actions/HiddenName.h"
 #include "actions/RemoveTree.h"
 #include "actions/RenameWithoutReplacing.h"
 #include "actions/SystemError.h"
@@ -20,7 +17,7 @@ struct CopyFailure {
 };
 
 tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, const NameInFolder& staged,
-                                                 TransferProgress& progress) {
+                                                 Flush flush, TransferProgress& progress) {
     const NameInFolder from{source.folder.descriptor(), source.name};
     struct stat status {};
     if (fstatat(from.folder, from.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
@@ -31,7 +28,7 @@ tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, const 
         return std::move(*log);
     }
     std::error_code error = std::make_error_code(std::errc::operation_not_supported);
-    if (S_ISREG(status.st_mode)) error = copyRegularFile(from, staged, Flush::AtOnce, status, progress);
+    if (S_ISREG(status.st_mode)) error = copyRegularFile(from, staged, flush, status, progress);
     if (S_ISLNK(status.st_mode)) error = copySymbolicLink(from, staged, status);
     if (error) return tl::unexpected(CopyFailure{error, ""});
     return CopyLog{{"", 0, EntryStamp(status)}};
@@ -40,11 +37,10 @@ tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, const 
 } // namespace
 
 tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, const OpenFolder& target,
-                                                     JournalEntry& notes, TransferProgress& progress) {
-    if (auto fits = checkFreeSpace(source, target, progress); !fits) return tl::unexpected(fits.error());
-    StagedCopy staged(target, hiddenName("part"), notes);
-    notes.staging(target, staged.name_);
-    auto log = copyUnderName(source, {target.descriptor(), staged.name_}, progress);
+                                                     std::string name, Flush flush, JournalEntry& notes,
+                                                     TransferProgress& progress) {
+    StagedCopy staged(target, std::move(name), notes);
+    auto log = copyUnderName(source, {target.descriptor(), staged.name_}, flush, progress);
     // The last moment at which nothing has happened yet.
     if (auto cancelled = progress.checkCancelled(); log && cancelled)
         log = tl::unexpected(CopyFailure{cancelled, ""});

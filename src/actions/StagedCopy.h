@@ -1,5 +1,6 @@
 #pragma once
 
+#include "actions/CopyEntry.h"
 #include "actions/EntryStamp.h"
 #include "actions/JournalEntry.h"
 #include "actions/OpenFolder.h"
@@ -11,14 +12,15 @@
 
 namespace brimwick {
 
-/// A complete, durable copy of an item under a hidden name in its target folder, waiting for its final name.
-/// It disappears when it does not get one. The target folder and the notes must
-/// outlive it.
+/// A complete copy of an item under a hidden name in its target folder, waiting for its final name. It
+/// disappears when it does not get one. The target folder and the notes must outlive it.
 class StagedCopy {
   public:
-    /// Copies a file, a symbolic link or a whole folder. Fails without a trace.
+    /// Copies a file, a symbolic link or a whole folder under this name, which must be noted already. Files
+    /// are flushed as asked, folders as flushFor() says. Fails without a trace.
     static tl::expected<StagedCopy, FileError> make(const ItemPlace& source, const OpenFolder& target,
-                                                    JournalEntry& notes, TransferProgress& progress);
+                                                    std::string name, Flush flush, JournalEntry& notes,
+                                                    TransferProgress& progress);
     StagedCopy(StagedCopy&& other) noexcept;
     StagedCopy& operator=(StagedCopy&&) = delete;
     ~StagedCopy();

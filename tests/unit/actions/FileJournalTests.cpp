@@ -127,8 +127,7 @@ class Journal : public testing::Test {
   protected:
     std::string content() const { return TemporaryFolder::read(folder / "journal"); }
     static void begin(FileJournal& journal) {
-        journal.note(journal.begin(), journalLineForStaging(someMove()),
-                     FileJournal::Durability::ThroughPowerCuts);
+        journal.note(journal.begin(), journalLineForStaging(someMove()));
     }
 
     TemporaryFolder folder;
@@ -149,8 +148,8 @@ TEST_F(Journal, IsEmptyOnceNothingIsUnderWay) {
     FileJournal journal(folder / "journal");
     const auto one = journal.begin();
     const auto other = journal.begin();
-    journal.note(one, journalLineForStaging(someMove()), FileJournal::Durability::ThroughCrashes);
-    journal.note(other, journalLineForStaging(someMove()), FileJournal::Durability::ThroughCrashes);
+    journal.note(one, journalLineForStaging(someMove()));
+    journal.note(other, journalLineForStaging(someMove()));
     journal.end(one);
     EXPECT_THAT(readJournal(content()), SizeIs(1));
     journal.end(other);
@@ -166,7 +165,7 @@ TEST_F(Journal, KeepsWhatCannotBePutRightYetThroughLaterTransfers) {
         FileJournal journal(folder / "journal");
         const auto number = journal.begin();
         EXPECT_NE(number, journal.interrupted()[0].number);
-        journal.note(number, journalLineForStaging(someMove()), FileJournal::Durability::ThroughCrashes);
+        journal.note(number, journalLineForStaging(someMove()));
         journal.end(number);
     }
     EXPECT_THAT(FileJournal(folder / "journal").interrupted(), SizeIs(1));

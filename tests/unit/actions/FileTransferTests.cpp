@@ -106,7 +106,8 @@ TEST_F(TrashTest, ANumberedItemIsOnRecordUnderItsNumber) {
     home.makeFile("a");
     ASSERT_TRUE(transfer.moveToTrash(home / "a", "a"));
     home.makeFile("a");
-    const auto path = transfer.move(home / "a", home / ".Trash/a", [this] { return home / ".Trash/a(7)"; });
+    const auto path =
+        transfer.move({home / "a", home / ".Trash/a", [this] { return home / ".Trash/a(7)"; }, 0});
     ASSERT_TRUE(path);
     EXPECT_THAT(namesIn(info()), ElementsAre("a(7).trashinfo", "a.trashinfo"));
 }
@@ -116,18 +117,18 @@ TEST_F(TrashTest, WhatIsTakenOutIsStruckOff) {
     home.makeFile("b");
     ASSERT_TRUE(transfer.moveToTrash(home / "a", "a"));
     ASSERT_TRUE(transfer.moveToTrash(home / "b", "b"));
-    ASSERT_TRUE(transfer.move(home / ".Trash/a", home / "a", nullptr));
+    ASSERT_TRUE(transfer.move({home / ".Trash/a", home / "a", nullptr, 0}));
     EXPECT_THAT(namesIn(info()), ElementsAre("b.trashinfo"));
     home.makeFile("taken");
-    EXPECT_FALSE(transfer.move(home / ".Trash/b", home / "taken", nullptr));
+    EXPECT_FALSE(transfer.move({home / ".Trash/b", home / "taken", nullptr, 0}));
     EXPECT_THAT(namesIn(info()), ElementsAre("b.trashinfo"));
 }
 
 TEST_F(TrashTest, CopiesIntoTheTrashAreOnRecordAndItemsInItsSubfoldersAreNot) {
     std::filesystem::create_directories(files() + "/sub");
     home.makeFile("a");
-    ASSERT_TRUE(transfer.copy(home / "a", home / ".Trash/a", nullptr));
-    ASSERT_TRUE(transfer.copy(home / "a", files() + "/sub/a", nullptr));
+    ASSERT_TRUE(transfer.byCopy({{home / "a", home / ".Trash/a", nullptr, 0}}, false).front());
+    ASSERT_TRUE(transfer.byCopy({{home / "a", files() + "/sub/a", nullptr, 0}}, false).front());
     EXPECT_THAT(namesIn(info()), ElementsAre("a.trashinfo"));
     EXPECT_THAT(namesIn(files()), ElementsAre("a", "sub"));
 }

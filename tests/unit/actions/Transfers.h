@@ -1,9 +1,9 @@
 #pragma once
 
-#include "actions/CopyItem.h"
 #include "actions/FileJournal.h"
 #include "actions/MoveItem.h"
 #include "actions/OpenFolders.h"
+#include "actions/TransferByCopy.h"
 #include "actions/TransferProgress.h"
 
 #include <string>
@@ -21,11 +21,12 @@ inline tl::expected<std::string, FileError> moveItem(const std::string& source,
     return path;
 }
 
-inline auto copyItem(const std::string& source, const Destination& destination) {
+inline tl::expected<std::string, FileError> copyItem(const std::string& source,
+                                                     const Destination& destination) {
     FileJournal journal;
     TransferProgress progress;
     OpenFolders folders;
-    return copyItem(source, destination, {journal, progress, folders});
+    return transferByCopy({{source, destination, 0}}, false, {journal, progress, folders}).front();
 }
 
 } // namespace brimwick

@@ -1,0 +1,180 @@
+#include "actions/FileJournal.h"
+#include "actions/OpenFolders.h"
+#include "actions/TransferByCopy.h"
+#include "actions/TransferProgress.h"
+
+#include <gmock/gmock.h>
+
+#include "unit/actions/FileFacts.h"
+
+namespace brimwick {
+
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr bool isMove = true;
+
+/// Several items at once, from one file system to another.
+class TransferByCopy : public testing::TestWithParam<bool> {
+  protected:
+    PlannedTransfer plan(const std::string& name) const {
+        return {source / name, {target / name, {}, {}, {}}, 0};
+    }
+    std::vector<PlannedTransfer> plan(const Names& names) const {
+        std::vector<PlannedTransfer> planned;
+        for (const std::string& name : names) planned.push_back(plan(name));
+        return planned;
+    }
+    Names makeFiles(int count) const {
+        Names names;
+        for (int number = 0; number < count; ++number) {
+            names.push_back("file " + std::to_string(10 + number));
+            source.makeFile(names.back(), "content of " + names.back());
+        }
+        return names;
+    }
+    auto transfer(const std::vector<PlannedTransfer>& planned, bool move) {
+        FileJournal journal(home / "journal");
+        auto results = transferByCopy(planned, move, {journal, progress, folders});
+        EXPECT_TRUE(folders.syncChanged());
+        // All is at its end.
+        EXPECT_EQ(TemporaryFolder::read(home / "journal"), "");
+        return results;
+    }
+
+    TemporaryFolder home;
+    TemporaryFolder source;
+    TemporaryFolder target{otherFileSystem()};
+    TransferProgress progress;
+    OpenFolders folders;
+};
+
+/// Few items are flushed one by one, many together.
+class SomeItems : public TransferByCopy {
+  protected:
+    Names names = makeFiles(GetParam() ? 30 : 3);
+};
+
+INSTANTIATE_TEST_SUITE_P(Items, SomeItems, testing::Bool(),
+                         [](const auto& info) { return info.param ? "Many" : "Few"; });
+
+TEST_P(SomeItems, AreMoved) {
+    const auto results = transfer(plan(names), isMove);
+    ASSERT_THAT(results, SizeIs(names.size()));
+    for (std::size_t i = 0; i < names.size(); ++i)
+        EXPECT_EQ(results[i].value_or("failed"), target / names[i]);
+    EXPECT_EQ(namesIn(target.path()), names);
+    EXPECT_THAT(namesIn(source.path()), IsEmpty());
+    for (const std::string& name : names)
+        EXPECT_EQ(TemporaryFolder::read(target / name), "content of " + name);
+}
+
+TEST_P(SomeItems, AreCopied) {
+    source.makeFolder("tree/sub");
+    source.makeFile("tree/sub/a", "first");
+    require(symlink("nowhere", (source / "u link").c_str()) == 0, "symlink");
+    names.push_back("tree");
+    names.push_back("u link");
+    EXPECT_THAT(transfer(plan(names), !isMove), SizeIs(names.size()));
+    EXPECT_EQ(namesIn(target.path()), names);
+    EXPECT_EQ(namesIn(source.path()), names);
+    EXPECT_EQ(TemporaryFolder::read(target / "tree/sub/a"), "first");
+}
+
+TEST_P(SomeItems, StopAtTheFirstThatCannotBeCopied) {
+    std::filesystem::remove(source / names[1]);
+    require(mkfifo((source / names[1]).c_str(), 0600) == 0, "mkfifo");
+    const auto results = transfer(plan(names), isMove);
+    ASSERT_THAT(results, SizeIs(2));
+    EXPECT_TRUE(results[0]);
+    EXPECT_THAT(results[1].error().description, HasSubstr("special file \"" + (source / names[1])));
+    EXPECT_THAT(namesIn(target.path()), ElementsAre(names[0]));
+    EXPECT_EQ(namesIn(source.path()), Names(names.begin() + 1, names.end()));
+}
+
+TEST_P(SomeItems, StopAtTheFirstWhoseNameIsTaken) {
+    target.makeFile(names[2], "there before");
+    const auto results = transfer(plan(names), isMove);
+    ASSERT_THAT(results, SizeIs(3));
+    EXPECT_EQ(results[2].error().code, std::errc::file_exists);
+    EXPECT_THAT(namesIn(target.path()), ElementsAre(names[0], names[1], names[2]));
+    EXPECT_EQ(TemporaryFolder::read(target / names[2]), "there before");
+    EXPECT_EQ(namesIn(source.path()), Names(names.begin() + 2, names.end()));
+}
+
+TEST_P(SomeItems, StopAtTheFirstThatIsGone) {
+    std::filesystem::remove(source / names[0]);
+    const auto results = transfer(plan(names), isMove);
+    ASSERT_THAT(results, SizeIs(1));
+    EXPECT_THAT(results[0].error().description,
+                AllOf(HasSubstr(source / names[0]), EndsWith("No such file or directory")));
+    EXPECT_THAT(namesIn(target.path()), IsEmpty());
+}
+
+TEST_P(SomeItems, TakeBackTheCopiesAfterOneWhoseSourceCannotGo) {
+    // It is complete in the target, and stays where it was, for somebody may still write to it.
+    const FileDescriptor writer(open((source / names[1]).c_str(), O_WRONLY | O_CLOEXEC));
+    std::vector<PlannedTransfer> planned = plan(names);
+    Names withdrawn;
+    planned[2].destination.withdraw = [&](const std::string& name) { withdrawn.push_back(name); };
+    const auto results = transfer(planned, isMove);
+    ASSERT_THAT(results, SizeIs(2));
+    EXPECT_TRUE(results[0]);
+    EXPECT_THAT(results[1].error().description, AllOf(HasSubstr("kept"), HasSubstr(source / names[1])));
+    EXPECT_THAT(namesIn(target.path()), ElementsAre(names[0], names[1]));
+    EXPECT_EQ(namesIn(source.path()), Names(names.begin() + 1, names.end()));
+    EXPECT_THAT(withdrawn, ElementsAre(names[2]));
+}
+
+TEST_F(TransferByCopy, KeepsACopyThatSomebodyChangedInsteadOfTakingItBack) {
+    const Names names = makeFiles(4);
+    const FileDescriptor writer(open((source / names[1]).c_str(), O_WRONLY | O_CLOEXEC));
+    std::vector<PlannedTransfer> planned = plan(names);
+    // When the last one gets its name, the one before has its own.
+    planned[3].destination.reserve = [&](const std::string&) {
+        target.makeFile(names[2], "edited");
+        return std::error_code();
+    };
+    const auto results = transfer(planned, isMove);
+    ASSERT_THAT(results, SizeIs(2));
+    EXPECT_THAT(results[1].error().description,
+                EndsWith("(and kept the copy \"" + (target / names[2]) + "\")"));
+    EXPECT_EQ(TemporaryFolder::read(target / names[2]), "edited");
+    EXPECT_EQ(TemporaryFolder::read(source / names[2]), "content of " + names[2]);
+    EXPECT_THAT(namesIn(target.path()), ElementsAre(names[0], names[1], names[2]));
+}
+
+TEST_F(TransferByCopy, NumbersNamesInTheOrderOfTheItems) {
+    const Names names = makeFiles(10);
+    std::vector<PlannedTransfer> planned = plan(names);
+    int number = 0;
+    for (PlannedTransfer& one : planned) {
+        one.destination.path = target / "same";
+        one.destination.nextPath = [&] { return target / ("same(" + std::to_string(++number) + ")"); };
+    }
+    const auto results = transfer(planned, isMove);
+    ASSERT_THAT(results, SizeIs(names.size()));
+    EXPECT_EQ(TemporaryFolder::read(target / "same"), "content of " + names[0]);
+    for (std::size_t i = 1; i < names.size(); ++i)
+        EXPECT_EQ(TemporaryFolder::read(*results[i]), "content of " + names[i]);
+}
+
+TEST_F(TransferByCopy, LeavesNothingWhenItIsCancelled) {
+    const Names names = makeFiles(10);
+    progress.cancel();
+    const auto results = transfer(plan(names), isMove);
+    ASSERT_THAT(results, SizeIs(1));
+    EXPECT_EQ(results[0].error().code, std::errc::operation_canceled);
+    EXPECT_THAT(namesIn(target.path()), IsEmpty());
+    EXPECT_EQ(namesIn(source.path()), names);
+}
+
+} // namespace
+
+} // namespace brimwick
