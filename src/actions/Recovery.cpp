@@ -13,6 +13,7 @@
 
 #include <exception>
 #include <optional>
+#include <system_error>
 
 namespace brimwick {
 
@@ -49,10 +50,12 @@ struct FoundPlace {
     }
 
     int folder() const { return place->folder.descriptor(); }
+    /// Nothing when there is nothing; throws when that cannot be told.
     std::optional<struct stat> status(const std::string& name) const {
         struct stat status {};
-        if (fstatat(folder(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return std::nullopt;
-        return status;
+        if (fstatat(folder(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) return status;
+        if (errno == ENOENT) return std::nullopt;
+        throw std::system_error(lastSystemError(), place->folder.pathOf(name));
     }
     bool has(const std::string& name) const { return status(name).has_value(); }
     bool hasItem() const { return has(place->name); }
@@ -155,15 +158,18 @@ class Recovery {
         const auto copyStatus = target_.status(copy);
         if (!copyStatus || copyStatus->st_ino != transfer_.copyInode)
             return keepBoth(name, "its copy is not in folder " + folder + " any more");
-        if (name == ownName() && source_.status(name)->st_ino != transfer_.sourceInode)
+        const auto status = source_.status(name);
+        if (name == ownName() && (!status || status->st_ino != transfer_.sourceInode))
             return keepBoth(name, "another file has its name now");
         std::optional<std::chrono::nanoseconds> unchangedSince;
         if (name == ownName()) unchangedSince = transfer_.completed;
         const auto compared = compareTrees(
             {{source_.folder(), name}, {target_.folder(), copy}, FileMatch::Same, unchangedSince}, stop_);
         if (stop_.stop_requested()) return notNow();
-        if (!compared)
-            return keepBoth(name, "its copy in folder " + folder + ' ' + reasonOf(compared.error()));
+        if (!compared) {
+            const std::string why = "its copy in folder " + folder + ' ' + reasonOf(compared.error());
+            return isDifference(compared.error().code) ? keepBoth(name, why) : later(why);
+        }
         if (auto error = syncAround(target_.place->folder))
             return failed("Could not finish " + what() + ", as a power cut may undo", transfer_.destination,
                           error);
@@ -176,13 +182,25 @@ class Recovery {
         const auto copyIsThere = [&] {
             return checkEntries({target_.folder(), lastPathComponent(transfer_.destination)}, same.other);
         };
-        const auto removed = name == ownName()
-                                 ? claimAndRemoveSource(same.item, notes, copyIsThere)
-                                 : removeClaimed(*source_.place, name, same.item, notes, copyIsThere);
-        if (!removed) return {!notes.isKeptOpen(), removed.error().description};
+        if (name == ownName()) {
+            if (auto removed = claimAndRemoveSource(same.item, notes, copyIsThere); !removed)
+                return {!notes.isKeptOpen(), removed.error().description};
+        } else if (auto removed = removeClaimed(*source_.place, name, same.item, notes, copyIsThere);
+                   !removed) {
+            notes.keepOpen();
+            const RemovalError& error = removed.error();
+            if (error.isPartlyRemoved || !isDifference(error.code))
+                return later("it could not be removed: " + error.code.message());
+            return keepBoth(name, "it or its copy has changed");
+        }
         // Should its name come back after a power cut, there is an item twice, and none lost.
         static_cast<void>(source_.place->folder.sync());
         return {true, "Finished " + what() + " to folder " + target_.place->folder.path()};
+    }
+
+    /// The next start has another try.
+    Outcome later(const std::string& why) const {
+        return {false, "Could not finish " + what() + " yet, because " + why};
     }
 
     tl::expected<void, FileError>

@@ -88,6 +88,18 @@ std::error_code checkRemovable(const ItemPlace& source) {
     return {};
 }
 
+tl::expected<void, RemovalError> removeClaimed(const ItemPlace& source, const std::string& claimed,
+                                               const CopyLog& log, JournalEntry& notes,
+                                               const std::function<std::error_code()>& lastCheck) {
+    const int folder = source.folder.descriptor();
+    std::error_code error = verify(folder, claimed, log);
+    if (!error && lastCheck) error = lastCheck();
+    if (error) return tl::unexpected(RemovalError{error, false});
+    notes.removing();
+    if (auto left = removeLogged(folder, claimed, log)) return tl::unexpected(RemovalError{left, true});
+    return {};
+}
+
 tl::expected<void, FileError> claimAndRemove(const ItemPlace& source, const std::string& claimed,
                                              const CopyLog& log, JournalEntry& notes,
                                              const std::function<std::error_code()>& lastCheck) {
@@ -95,23 +107,12 @@ tl::expected<void, FileError> claimAndRemove(const ItemPlace& source, const std:
     // First under a name that nobody else opens: between looking and removing, no program can write into it.
     if (auto error = renameWithoutReplacing(folder, source.name, folder, claimed))
         return tl::unexpected(fileError("Copied, but could not remove", source.path(), error));
-    return removeClaimed(source, claimed, log, notes, lastCheck);
-}
-
-tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::string& claimed,
-                                            const CopyLog& log, JournalEntry& notes,
-                                            const std::function<std::error_code()>& lastCheck) {
-    const int folder = source.folder.descriptor();
-    std::error_code error = verify(folder, claimed, log);
-    if (!error && lastCheck) error = lastCheck();
-    const char* what = "Copied, but kept because it changed or could not be checked,";
-    if (!error) {
-        notes.removing();
-        error = removeLogged(folder, claimed, log);
-        what = "Copied, but could not remove all of";
-    }
-    if (!error) return {};
-    FileError description = fileError(what, source.path(), error);
+    const auto removed = removeClaimed(source, claimed, log, notes, lastCheck);
+    if (removed) return {};
+    const char* what = removed.error().isPartlyRemoved
+                           ? "Copied, but could not remove all of"
+                           : "Copied, but kept because it changed or could not be checked,";
+    FileError description = fileError(what, source.path(), removed.error().code);
     if (renameWithoutReplacing(folder, claimed, folder, source.name)) {
         description.description += " (it is now at \"" + source.folder.pathOf(claimed) + "\")";
         notes.keepOpen();

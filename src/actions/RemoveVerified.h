@@ -21,10 +21,14 @@ tl::expected<void, FileError> claimAndRemove(const ItemPlace& source, const std:
                                              const CopyLog& log, JournalEntry& notes,
                                              const std::function<std::error_code()>& lastCheck = {});
 
-/// The same for a source that goes by its hidden name already. It keeps that one where its own cannot be had
-/// back, and the error says so.
-tl::expected<void, FileError> removeClaimed(const ItemPlace& source, const std::string& claimed,
-                                            const CopyLog& log, JournalEntry& notes,
-                                            const std::function<std::error_code()>& lastCheck = {});
+struct RemovalError {
+    std::error_code code;
+    bool isPartlyRemoved;
+};
+
+/// The same for a source that goes by its hidden name already, and keeps it when this fails.
+tl::expected<void, RemovalError> removeClaimed(const ItemPlace& source, const std::string& claimed,
+                                               const CopyLog& log, JournalEntry& notes,
+                                               const std::function<std::error_code()>& lastCheck = {});
 
 } // namespace brimwick

@@ -107,13 +107,18 @@ def faults_of(scenario: Scenario, ground: Ground) -> list:
         return faults_at(calls_of_clean_run(scenario.command(ground.driver, world), log, world.folders))
 
 
-def sweep(scenario: Scenario, ground: Ground, sample=None, chance=None, jobs=os.cpu_count() or 2):
+def sweep(scenario: Scenario, ground: Ground, sample=None, chance=None):
     """Yields (fault, defects) for every fault, or for a sample of so many."""
     faults = faults_of(scenario, ground)
     if sample is not None and sample < len(faults):
         faults = (chance or random).sample(faults, sample)
-    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
-        yield from zip(faults, pool.map(lambda fault: run_once(scenario, fault, ground), faults), strict=True)
+    yield from in_parallel(lambda fault: run_once(scenario, fault, ground), faults)
+
+
+def in_parallel(run, faults: list):
+    """Yields (fault, what the run with it returned)."""
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count() or 2) as pool:
+        yield from zip(faults, pool.map(run, faults), strict=True)
 
 
 def show(name: str, results) -> bool:

@@ -9,12 +9,13 @@ import pytest
 
 from kills import kill
 from power import sweep_power
+from recoveries import KILLS, sweep_recovery
 from scenarios import SCENARIOS
 from sweep import ground, sweep
 
 FAULTS_OF_A_SCENARIO = 12
 CUTS_OF_A_SCENARIO = 3
-KILLS = 12
+RANDOM_KILLS = 12
 SEED = os.environ.get("BRIMWICK_SAFETY_SEED", "1")
 
 
@@ -58,8 +59,18 @@ def test_nothing_is_lost_to_a_power_cut(here_for_power, scenario):
     check(results)
 
 
+@pytest.mark.parametrize("left", KILLS)
+def test_a_recovery_with_a_fault_of_its_own_loses_nothing(left):
+    with tempfile.TemporaryDirectory(prefix="brimwick-safety-") as base:
+        Path(base).chmod(0o755)
+        with ground(True, Path(base) / "ground") as here_for_recoveries:
+            results = list(sweep_recovery(left, here_for_recoveries, FAULTS_OF_A_SCENARIO, random.Random(f"{SEED} {left}")))
+    assert len(results) == FAULTS_OF_A_SCENARIO
+    check(results)
+
+
 def test_a_tree_lies_whole_at_one_place_after_kills_at_random_moments():
-    wrong, met = kill(KILLS, SEED)
+    wrong, met = kill(RANDOM_KILLS, SEED)
     assert not wrong, f"seed {SEED}: " + "\n".join(wrong)
     assert any("part" in state or "moved" in state for state in met), f"seed {SEED}: met only {met}"
 

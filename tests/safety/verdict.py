@@ -11,6 +11,7 @@ from world import World
 # What a clean-up needs.
 CALLS_OF_CLEARING = ("unlinkat", "openat", "getdents64", "newfstatat", "fchmod", "fstat", "fcntl", "renameat2")
 REMAINDER = "Copied, but could not remove all of"
+LEFT_OF_IT = "what is left of it is in folder"
 NUMBER = re.compile(r"\(\d+\)")
 DEFECTS = ("lost", "overwritten", "partial", "untrue", "litter", "doubled", "late edit", "hung", "unmet")
 
@@ -86,7 +87,8 @@ def _is_told_remainder(scenario, world, run, instances, path, shot) -> bool:
         emptied.append(world.target)
     name = NUMBER.sub("", path.name)
     arrived = any(instances[folder, name] for folder in world.folders)
-    told = run.code != 0 and f'{REMAINDER} "{path}"' in run.told
+    put_back = f'{REMAINDER} "{path}"' in run.told or f"{LEFT_OF_IT} {path.parent}" in run.told
+    told = run.code != 0 and put_back
     return path.parent in emptied and arrived and told and is_remainder(shot, world.originals[name])
 
 
