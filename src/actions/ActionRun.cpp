@@ -43,19 +43,28 @@ void ActionRun::perform() {
     durable_ = Clock::now();
     for (std::size_t i = 0; i < files_.size(); ++i) {
         const File& file = files_[i];
+        const bool goesWithThose = goesByCopy(file) && fitsToCopies(i);
+        // Before it is asked for: what waits may take it away.
+        if (!goesWithThose && !handleCopies()) return;
         if (!isReadable(file.path)) continue;
         if (goesByCopy(file)) {
             copies_.push_back(i);
+            pathsOfCopies_.insert(file.path);
             bytesOfCopies_ += sizes_[i];
-            const bool isFull = copies_.size() >= mostCopiedTogether || bytesOfCopies_ >= bytesCopiedTogether;
-            if (isFull && !handleCopies()) return;
             continue;
         }
-        if (!handleCopies()) return;
         progress_.setItem(file.name);
         if (!finish({file.name, handle(file)})) return;
     }
     if (handleCopies()) makeDurable();
+}
+
+/// Whether a file can be copied together with those that wait: one more of the same folder, and not too much.
+bool ActionRun::fitsToCopies(std::size_t number) const {
+    if (copies_.empty()) return true;
+    return copies_.size() < mostCopiedTogether && bytesOfCopies_ + sizes_[number] <= bytesCopiedTogether &&
+           parentPath(files_[copies_.back()].path) == parentPath(files_[number].path) &&
+           !pathsOfCopies_.contains(files_[number].path);
 }
 
 bool ActionRun::goesByCopy(const File& file) const {
@@ -76,6 +85,7 @@ bool ActionRun::handleCopies() {
     const auto paths = transfer_.byCopy(items, operation_ == FileOperation::Move);
     for (std::size_t i = 0; i < paths.size(); ++i) handled_.push_back({files_[copies_[i]].name, paths[i]});
     copies_.clear();
+    pathsOfCopies_.clear();
     bytesOfCopies_ = 0;
     return makeDurable() && paths.back().has_value();
 }

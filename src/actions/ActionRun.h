@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <mutex>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace brimwick {
@@ -51,6 +52,7 @@ class ActionRun {
 
     void countBytes();
     bool goesByCopy(const File& file) const;
+    bool fitsToCopies(std::size_t number) const;
     bool handleCopies();
     FileTransfer::Item itemOf(const File& file) const;
     tl::expected<std::string, FileError> handle(const File& file) const;
@@ -68,6 +70,7 @@ class ActionRun {
     std::vector<std::int64_t> sizes_;
     /// Numbers of files that wait to be copied together.
     std::vector<std::size_t> copies_;
+    std::unordered_set<std::string> pathsOfCopies_;
     std::int64_t bytesOfCopies_ = 0;
     /// What was handled and may not be durable yet.
     std::vector<Report> handled_;

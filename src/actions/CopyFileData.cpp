@@ -107,6 +107,16 @@ std::error_code checkSize(int to, off_t size) {
     return status.st_size == size ? std::error_code() : std::make_error_code(std::errc::io_error);
 }
 
+/// Some file systems tell a size that is too small, as of what comes from elsewhere.
+std::error_code checkEnd(int from, off_t size) {
+    char more = 0;
+    ssize_t got = 0;
+    do got = pread(from, &more, 1, size);
+    while (got < 0 && errno == EINTR);
+    if (got < 0) return lastSystemError();
+    return got == 0 ? std::error_code() : std::make_error_code(std::errc::device_or_resource_busy);
+}
+
 bool hasHoles(const struct stat& status) {
     constexpr off_t blockSize = 512;
     return status.st_blocks * blockSize < status.st_size;
@@ -117,6 +127,7 @@ bool hasHoles(const struct stat& status) {
 std::error_code copyFileData(int from, int to, const struct stat& source, TransferProgress& progress) {
     if (auto error = progress.checkCancelled()) return error;
     const off_t size = source.st_size;
+    if (auto error = checkEnd(from, size)) return error;
     if (size == 0) return checkSize(to, size);
     // Whatever made cloning impossible, copying shows whether it was serious.
     if (ioctl(to, FICLONE, from) == 0) {

@@ -40,6 +40,15 @@ bool unsupported(int code) {
     return code == ENOSYS || code == EOPNOTSUPP;
 }
 
+/// Whether what was just refused is refused because a mounted disk gives all its files to another user.
+bool belongsToAnother(int file) {
+    const int reason = errno;
+    struct stat status {};
+    const bool another = reason == EPERM && fstat(file, &status) == 0 && status.st_uid != geteuid();
+    errno = reason;
+    return another;
+}
+
 } // namespace
 
 std::error_code copyMetadata(int from, int to, const struct stat& source) {
@@ -49,8 +58,9 @@ std::error_code copyMetadata(int from, int to, const struct stat& source) {
     const bool ownerKept = ownerCopied(to, source, ownerError);
     if (ownerError) return ownerError;
     const mode_t mode = source.st_mode & (ownerKept ? 07777U : 01777U);
-    if (fchmod(to, mode) != 0 && !unsupported(errno)) return lastSystemError();
-    if (futimens(to, timesOf(source).data()) != 0 && !unsupported(errno)) return lastSystemError();
+    if (fchmod(to, mode) != 0 && !unsupported(errno) && !belongsToAnother(to)) return lastSystemError();
+    if (futimens(to, timesOf(source).data()) != 0 && !unsupported(errno) && !belongsToAnother(to))
+        return lastSystemError();
     return {};
 }
 

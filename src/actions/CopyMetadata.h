@@ -9,7 +9,8 @@ namespace brimwick {
 
 /// Gives an open file or folder the extended attributes and access lists of another one, and the owner, mode
 /// and times of `source`. Attributes are left out only where the file system has none at all; a foreign owner
-/// only where the user may not set it, and then without the set-id bits.
+/// only where the user may not set it, and then without the set-id bits; mode and times only of a new file
+/// that the file system gives to another user.
 [[nodiscard]] std::error_code copyMetadata(int from, int to, const struct stat& source);
 
 /// The same for a symbolic link: its owner and times.

@@ -14,6 +14,8 @@ namespace brimwick {
 namespace {
 
 constexpr std::size_t largestJournal = std::size_t{64} << 20U;
+/// Worth the moment in which nothing is noted.
+constexpr std::size_t muchJournal = std::size_t{1} << 20U;
 
 } // namespace
 
@@ -29,11 +31,13 @@ FileJournal::FileJournal(const std::string& path) {
         underWay_.insert(transfer.number);
         lastNumber_ = std::max(lastNumber_, transfer.number);
     }
-    writeAnew();
+    if (interrupted_.empty() || content->size() > muchJournal)
+        writeAnew();
+    else if (!content->ends_with('\n'))
+        append("\n"); // so that half a line of a power cut does not run into the next one
 }
 
-/// Only what still waits: whatever else is there, half a line of a power cut for one, must not be read as a
-/// note of ours later.
+/// Only what still waits.
 void FileJournal::writeAnew() const {
     if (ftruncate(file_.get(), 0) != 0) return;
     std::string text;

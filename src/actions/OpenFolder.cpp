@@ -30,6 +30,14 @@ std::error_code OpenFolder::sync() const {
     return {};
 }
 
+std::error_code OpenFolder::syncFileSystem() const {
+    // One that cannot be read stands for no file system.
+    if (listable_ && syncfs(descriptor()) != 0) return lastSystemError();
+    // A file system in user space is told of single folders only; without a listable one everything is
+    // flushed.
+    return sync();
+}
+
 tl::expected<bool, std::error_code> OpenFolder::isAtOrBelow(dev_t device, ino_t inode) const {
     FileDescriptor parent;
     int here = descriptor();

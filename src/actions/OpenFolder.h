@@ -24,6 +24,8 @@ class OpenFolder {
     std::string pathOf(const std::string& name) const { return joinPath(path_, name); }
     /// Makes the names in the folder durable. Succeeds where the file system has no such notion.
     [[nodiscard]] std::error_code sync() const;
+    /// Makes everything in the file system of the folder durable, the folder's names too.
+    [[nodiscard]] std::error_code syncFileSystem() const;
     /// Whether this is the folder of that device and inode, or lies anywhere below it.
     tl::expected<bool, std::error_code> isAtOrBelow(dev_t device, ino_t inode) const;
 

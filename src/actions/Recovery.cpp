@@ -72,17 +72,6 @@ std::string reasonOf(const TreeWalkError& difference) {
     return where.empty() ? "is not the same" : "is not the same in \"" + where + '"';
 }
 
-/// So that what was compared survives a power cut. A file system in user space is told of single folders
-/// only.
-std::error_code syncAround(const OpenFolder& folder) {
-    if (syncfs(folder.descriptor()) != 0) {
-        // A folder that may not be listed stands for no file system.
-        if (errno != EBADF) return lastSystemError();
-        ::sync();
-    }
-    return folder.sync();
-}
-
 class Recovery {
   public:
     Recovery(FileJournal& journal, const InterruptedTransfer& transfer, const std::stop_token& stop)
@@ -116,9 +105,7 @@ class Recovery {
     /// Until the target folder is there again. A source that is hidden meanwhile can be found by its user.
     Outcome wait() const {
         if (!isClaimed()) return notNow();
-        return {false, "Could not finish " + what() + " yet, because folder " +
-                           parentPath(transfer_.destination) + " is not there; until then it is \"" +
-                           source_.place->folder.pathOf(claimed_) + '"'};
+        return later("folder " + parentPath(transfer_.destination) + " is not there", claimed_);
     }
 
     /// Where a file system cannot rename without replacing, the hidden name may be there besides the own one:
@@ -168,9 +155,9 @@ class Recovery {
         if (stop_.stop_requested()) return notNow();
         if (!compared) {
             const std::string why = "its copy in folder " + folder + ' ' + reasonOf(compared.error());
-            return isDifference(compared.error().code) ? keepBoth(name, why) : later(why);
+            return isDifference(compared.error().code) ? keepBoth(name, why) : later(why, name);
         }
-        if (auto error = syncAround(target_.place->folder))
+        if (auto error = target_.place->folder.syncFileSystem())
             return failed("Could not finish " + what() + ", as a power cut may undo", transfer_.destination,
                           error);
         return remove(name, *compared);
@@ -178,20 +165,25 @@ class Recovery {
 
     Outcome remove(const std::string& name, const SameEntries& same) const {
         JournalEntry notes(journal_, *source_.place, transfer_);
+        notes.keepOpen();
+        std::string hidden = name;
+        if (name == ownName()) {
+            hidden = hiddenName("moved");
+            notes.claiming(hidden);
+            notes.flush();
+            if (auto error = renameWithoutReplacing(source_.folder(), name, source_.folder(), hidden))
+                return later("it could not be removed: " + error.message(), name);
+        }
         // The user may have taken the copy away while it was compared.
         const auto copyIsThere = [&] {
             return checkEntries({target_.folder(), lastPathComponent(transfer_.destination)}, same.other);
         };
-        if (name == ownName()) {
-            if (auto removed = claimAndRemoveSource(same.item, notes, copyIsThere); !removed)
-                return {!notes.isKeptOpen(), removed.error().description};
-        } else if (auto removed = removeClaimed(*source_.place, name, same.item, notes, copyIsThere);
-                   !removed) {
-            notes.keepOpen();
+        const auto removed = removeClaimed(*source_.place, hidden, same.item, notes, copyIsThere);
+        if (!removed) {
             const RemovalError& error = removed.error();
-            if (error.isPartlyRemoved || !isDifference(error.code))
-                return later("it could not be removed: " + error.code.message());
-            return keepBoth(name, "it or its copy has changed");
+            if (!error.isPartlyRemoved && isDifference(error.code))
+                return keepBoth(hidden, "it or its copy has changed");
+            return later("it could not be removed: " + error.code.message(), hidden);
         }
         // Should its name come back after a power cut, there is an item twice, and none lost.
         static_cast<void>(source_.place->folder.sync());
@@ -199,17 +191,9 @@ class Recovery {
     }
 
     /// The next start has another try.
-    Outcome later(const std::string& why) const {
-        return {false, "Could not finish " + what() + " yet, because " + why};
-    }
-
-    tl::expected<void, FileError>
-    claimAndRemoveSource(const CopyLog& log, JournalEntry& notes,
-                         const std::function<std::error_code()>& lastCheck) const {
-        const std::string claimed = hiddenName("moved");
-        notes.claiming(claimed);
-        notes.flush();
-        return claimAndRemove(*source_.place, claimed, log, notes, lastCheck);
+    Outcome later(const std::string& why, const std::string& name) const {
+        return {false, "Could not finish " + what() + " yet, because " + why + "; until then it is \"" +
+                           source_.place->folder.pathOf(name) + '"'};
     }
 
     Outcome keepBoth(const std::string& name, const std::string& why) const {

@@ -101,13 +101,12 @@ tl::expected<void, RemovalError> removeClaimed(const ItemPlace& source, const st
 }
 
 tl::expected<void, FileError> claimAndRemove(const ItemPlace& source, const std::string& claimed,
-                                             const CopyLog& log, JournalEntry& notes,
-                                             const std::function<std::error_code()>& lastCheck) {
+                                             const CopyLog& log, JournalEntry& notes) {
     const int folder = source.folder.descriptor();
     // First under a name that nobody else opens: between looking and removing, no program can write into it.
     if (auto error = renameWithoutReplacing(folder, source.name, folder, claimed))
         return tl::unexpected(fileError("Copied, but could not remove", source.path(), error));
-    const auto removed = removeClaimed(source, claimed, log, notes, lastCheck);
+    const auto removed = removeClaimed(source, claimed, log, notes);
     if (removed) return {};
     const char* what = removed.error().isPartlyRemoved
                            ? "Copied, but could not remove all of"

@@ -16,10 +16,9 @@ namespace brimwick {
 /// The end of a move between file systems: removes the source, of which a complete, durable copy exists,
 /// provided that it still is what was copied and that no program has one of its files open for writing.
 /// Otherwise it stays, or comes back, under its own name. It gets a hidden name before, which must be noted
-/// already. `lastCheck`, if any, is asked right before anything is removed.
+/// already.
 tl::expected<void, FileError> claimAndRemove(const ItemPlace& source, const std::string& claimed,
-                                             const CopyLog& log, JournalEntry& notes,
-                                             const std::function<std::error_code()>& lastCheck = {});
+                                             const CopyLog& log, JournalEntry& notes);
 
 struct RemovalError {
     std::error_code code;
@@ -27,6 +26,7 @@ struct RemovalError {
 };
 
 /// The same for a source that goes by its hidden name already, and keeps it when this fails.
+/// `lastCheck`, if any, is asked right before anything is removed.
 tl::expected<void, RemovalError> removeClaimed(const ItemPlace& source, const std::string& claimed,
                                                const CopyLog& log, JournalEntry& notes,
                                                const std::function<std::error_code()>& lastCheck = {});

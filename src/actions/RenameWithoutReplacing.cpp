@@ -60,9 +60,14 @@ std::error_code renameWithoutReplacing(const struct stat& item, int fromFolder, 
     if (renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE) == 0) return {};
     const std::error_code reason = lastSystemError();
     if (reason == std::errc::file_exists || reason == std::errc::cross_device_link) return reason;
-    if (reason == std::errc::invalid_argument || reason == std::errc::function_not_supported)
-        return S_ISDIR(item.st_mode) ? renameFolderOntoEmptyOne(fromFolder, from, toFolder, to)
-                                     : linkThenUnlink(item, fromFolder, from, toFolder, to);
+    if (reason == std::errc::invalid_argument || reason == std::errc::function_not_supported) {
+        if (S_ISDIR(item.st_mode)) return renameFolderOntoEmptyOne(fromFolder, from, toFolder, to);
+        const std::error_code linked = linkThenUnlink(item, fromFolder, from, toFolder, to);
+        // Without hard links it was no answer to the question: a name that is not allowed there, say.
+        const bool noLinks =
+            linked == std::errc::operation_not_permitted || linked == std::errc::operation_not_supported;
+        return noLinks ? reason : linked;
+    }
 
     // Network storage may have done it although the answer got lost.
     if (liesAt(item, toFolder, to) && isGone(fromFolder, from)) return {};

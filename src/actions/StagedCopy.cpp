@@ -50,9 +50,12 @@ tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, co
     }
     const std::string& inside = log.error().relativePath;
     const std::error_code code = log.error().code;
-    FileError error = fileError(
-        code == std::errc::operation_not_supported ? "Could not copy the special file" : "Could not copy",
-        inside.empty() ? source.path() : source.path() + "/" + inside, target.path(), code);
+    const std::string from = inside.empty() ? source.path() : source.path() + "/" + inside;
+    FileError error = fileError(code == std::errc::operation_not_supported ? "Could not copy the special file"
+                                                                           : "Could not copy",
+                                from, target.path(), code);
+    if (code == std::errc::device_or_resource_busy || code == std::errc::no_message_available)
+        error.description = "Could not copy \"" + from + "\": it changed while it was copied";
     const std::string leftover = target.pathOf(staged.name_);
     if (staged.discard()) error.description += " (left behind: \"" + leftover + "\")";
     return tl::unexpected(std::move(error));
@@ -63,7 +66,7 @@ StagedCopy::StagedCopy(StagedCopy&& other) noexcept
       log_(std::move(other.log_)) {}
 
 StagedCopy::~StagedCopy() {
-    discard();
+    static_cast<void>(discard());
 }
 
 std::error_code StagedCopy::rename(const std::string& name) {

@@ -27,14 +27,14 @@ class StagedCopy {
 
     /// Gives the copy its final name; `file_exists` when the name is taken, and another one can be tried.
     [[nodiscard]] std::error_code rename(const std::string& name);
+    /// Removes the copy, if it has not got its name.
+    [[nodiscard]] std::error_code discard();
     /// Every entry that was copied, as it was when it was read.
     const CopyLog& log() const { return log_; }
 
   private:
     StagedCopy(const OpenFolder& target, std::string name, JournalEntry& notes)
         : target_(target), name_(std::move(name)), notes_(notes) {}
-    std::error_code discard();
-
     const OpenFolder& target_;
     std::string name_; ///< empty when nothing is left to discard
     JournalEntry& notes_;

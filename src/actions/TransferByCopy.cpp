@@ -5,7 +5,6 @@
 #include "actions/FreeSpace.h"
 #include "actions/HiddenName.h"
 #include "actions/OpenFolders.h"
-#include "actions/RemoveTree.h"
 #include "actions/RemoveVerified.h"
 #include "actions/RenameWithoutReplacing.h"
 #include "actions/SourceStatus.h"
@@ -97,9 +96,8 @@ class Batch {
     }
 
     void makeCopiesDurable() {
-        if (items_.empty() || !needsFlush_ || syncfs(target_.descriptor()) == 0) return;
-        const std::error_code reason = lastSystemError();
-        failAt(0, failed(*items_.front(), reason));
+        if (items_.empty() || !needsFlush_) return;
+        if (auto error = target_.syncFileSystem()) failAt(0, failed(*items_.front(), error));
     }
 
     void nameAll() {
@@ -143,6 +141,9 @@ class Batch {
 
     /// That item and those after it lose their hidden copies.
     void failAt(std::size_t index, FileError error) {
+        for (std::size_t i = index; i < items_.size(); ++i)
+            if (items_[i]->staged && items_[i]->staged->discard())
+                error.description += " (left behind: \"" + target_.pathOf(items_[i]->hiddenName) + "\")";
         failure_ = std::move(error);
         items_.resize(index);
     }
@@ -155,20 +156,29 @@ class Batch {
         failAt(index, std::move(error));
     }
 
-    /// Removes a copy that has its name, as long as it still is a copy. False when it was left.
+    /// Removes a copy that has its name, as long as it still is a copy that nobody has open. False when it
+    /// was left.
     bool takeBack(ItemUnderWay& item) const {
         const std::string name = lastPathComponent(item.path);
         const std::string hidden = brimwick::hiddenName("part");
         const int folder = target_.descriptor();
+        const NameInFolder original{item.source.folder.descriptor(), item.source.name};
         item.notes.staging(target_, hidden);
         if (renameWithoutReplacing(folder, name, folder, hidden)) return false;
-        const NameInFolder original{item.source.folder.descriptor(), item.source.name};
         const auto same = compareTrees({{folder, hidden}, original, FileMatch::Same, {}}, {});
-        if (same && !removeLogged(folder, hidden, same->item)) {
+        const auto originalIsThere = [&] { return checkEntries(original, same->other); };
+        const ItemPlace copy{target_, name};
+        const auto removed = same ? removeClaimed(copy, hidden, same->item, item.notes, originalIsThere)
+                                  : tl::unexpected(RemovalError{same.error().code, false});
+        if (removed) {
             if (item.destination.withdraw) item.destination.withdraw(name);
             return true;
         }
-        if (renameWithoutReplacing(folder, hidden, folder, name)) item.notes.keepOpen();
+        // What is left of it is no copy to be shown; the next start has another try.
+        if (removed.error().isPartlyRemoved || renameWithoutReplacing(folder, hidden, folder, name)) {
+            item.path = target_.pathOf(hidden);
+            item.notes.keepOpen();
+        }
         return false;
     }
 

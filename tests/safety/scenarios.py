@@ -33,12 +33,22 @@ def _tree(world):
     yield make_tree(world.source / "tree")
 
 
+def _many(world):
+    for number in range(5):
+        yield make_file(world.source / f"{number}.txt", b"one of many" * number)
+    yield make_tree(world.source / "5 tree")
+    for number in range(6, 10):
+        yield make_file(world.source / f"{number}.txt", b"another of many" * number, 0o600)
+
+
 ITEMS = {
     "file": _one_file,
     "large": _large_file,
     "taken": _taken_names,
     "three": _three_items,
     "tree": _tree,
+    # So many that they are flushed together.
+    "many": _many,
 }
 
 

@@ -5,6 +5,7 @@
 #include "fakes/OrdinaryUser.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <cstdlib>
 
@@ -303,6 +304,60 @@ TEST_F(ActionTest, StopsAtTheFirstFileThatFails) {
     EXPECT_EQ(pathsOf(move.sourceFiles()), before);
     EXPECT_THAT(move.targetFiles(), IsEmpty());
     EXPECT_THAT(player.played, IsEmpty());
+}
+
+class ActionBetweenFileSystems : public ActionTest {
+  protected:
+    BWAction actionTo(Mode type, const Names& files) {
+        BWAction made = action(type, files);
+        made.setTargetFolder(BWSelectedFileOrFolder::fileOrFolderWithPath(other.path()));
+        return made;
+    }
+
+    TemporaryFolder other{otherFileSystem()};
+};
+
+TEST_F(ActionBetweenFileSystems, SkipsWhatAnItemBeforeHasTakenAlong) {
+    home.makeFile("from/x");
+    home.makeFolder("from/tree");
+    home.makeFile("from/tree/a", "inside");
+    BWAction move = actionTo(BWModeMove, {"x", "tree", "tree/a", "x"});
+    EXPECT_TRUE(move.performActionInDirection(forwards));
+    const std::string folder = other.path();
+    EXPECT_THAT(service.texts(),
+                ElementsAre("Moved file x to folder " + folder, "Moved file tree to folder " + folder));
+    EXPECT_EQ(move.targetFiles().size(), 2U);
+    EXPECT_EQ(TemporaryFolder::read(other / "tree/a"), "inside");
+    EXPECT_THAT(namesIn(home / "from"), IsEmpty());
+}
+
+TEST_F(ActionBetweenFileSystems, CopiesAFileThatIsNamedTwiceTwice) {
+    home.makeFile("from/x", "text");
+    BWAction copy = actionTo(BWModeCopy, {"x", "x"});
+    EXPECT_TRUE(copy.performActionInDirection(forwards));
+    ASSERT_EQ(copy.targetFiles().size(), 2U);
+    for (const std::string& path : pathsOf(copy.targetFiles()))
+        EXPECT_EQ(TemporaryFolder::read(path), "text");
+    EXPECT_EQ(namesIn(other.path()).size(), 2U);
+}
+
+TEST_F(ActionBetweenFileSystems, TakesFilesFromMoreFoldersThanCanBeHeldOpen) {
+    rlimit before{};
+    require(getrlimit(RLIMIT_NOFILE, &before) == 0, "getrlimit");
+    const rlimit lower{100, before.rlim_max};
+    require(setrlimit(RLIMIT_NOFILE, &lower) == 0, "setrlimit");
+    Names files;
+    for (int number = 0; number < 200; ++number) {
+        home.makeFolder("from/" + std::to_string(number));
+        files.push_back(std::to_string(number) + "/file " + std::to_string(number));
+        home.makeFile("from/" + files.back());
+    }
+    for (const Mode type : {BWModeCopy, BWModeMove}) {
+        BWAction many = actionTo(type, files);
+        EXPECT_TRUE(many.performActionInDirection(forwards));
+        EXPECT_EQ(many.targetFiles().size(), files.size());
+    }
+    require(setrlimit(RLIMIT_NOFILE, &before) == 0, "setrlimit");
 }
 
 /// As a user who cancels at once.

@@ -180,6 +180,17 @@ TEST_F(Journal, GoesOnAfterALineThatWasCutShort) {
     EXPECT_THAT(FileJournal(folder / "journal").interrupted(), SizeIs(1));
 }
 
+TEST_F(Journal, ThatHasGrownIsWrittenAnewWithWhatWaits) {
+    InterruptedTransfer waits = someMove();
+    waits.number = 7;
+    std::string grown = journalLinesOf(waits);
+    while (grown.size() < 1'100'000) grown += "8 " + journalLineForStaging(waits) + "\n8 end\n";
+    folder.makeFile("journal", grown);
+    const FileJournal journal(folder / "journal");
+    ASSERT_THAT(journal.interrupted(), SizeIs(1));
+    EXPECT_EQ(content(), journalLinesOf(waits));
+}
+
 TEST_F(Journal, OfAnotherProcessIsNotTouched) {
     FileJournal first(folder / "journal");
     begin(first);

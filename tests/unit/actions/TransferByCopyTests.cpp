@@ -2,6 +2,7 @@
 #include "actions/OpenFolders.h"
 #include "actions/TransferByCopy.h"
 #include "actions/TransferProgress.h"
+#include "fakes/OrdinaryUser.h"
 
 #include <gmock/gmock.h>
 
@@ -19,6 +20,14 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr bool isMove = true;
+
+void giveToOrdinaryUser(const std::string& folder) {
+    constexpr uid_t nobody = 65534;
+    if (geteuid() != 0) return;
+    require(chown(folder.c_str(), nobody, nobody) == 0, folder);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+        require(lchown(entry.path().c_str(), nobody, nobody) == 0, entry.path());
+}
 
 /// Several items at once, from one file system to another.
 class TransferByCopy : public testing::TestWithParam<bool> {
@@ -148,6 +157,46 @@ TEST_F(TransferByCopy, KeepsACopyThatSomebodyChangedInsteadOfTakingItBack) {
     EXPECT_EQ(TemporaryFolder::read(target / names[2]), "edited");
     EXPECT_EQ(TemporaryFolder::read(source / names[2]), "content of " + names[2]);
     EXPECT_THAT(namesIn(target.path()), ElementsAre(names[0], names[1], names[2]));
+}
+
+TEST_F(TransferByCopy, TakesBackWholeFoldersButNoneThatSomebodyHasOpen) {
+    for (const char* name : {"a", "b tree", "c tree"}) {
+        source.makeFolder(std::string(name) + "/sub");
+        source.makeFile(std::string(name) + "/sub/file", name);
+    }
+    const FileDescriptor writer(open((source / "a/sub/file").c_str(), O_WRONLY | O_CLOEXEC));
+    std::vector<PlannedTransfer> planned = plan(Names{"a", "b tree", "c tree", "d"});
+    source.makeFile("d");
+    FileDescriptor reader;
+    planned[3].destination.reserve = [&](const std::string&) {
+        reader = FileDescriptor(open((target / "c tree/sub/file").c_str(), O_RDWR | O_CLOEXEC));
+        return std::error_code();
+    };
+    const auto results = transfer(planned, isMove);
+    ASSERT_THAT(results, SizeIs(1));
+    EXPECT_THAT(results[0].error().description,
+                EndsWith("(and kept the copy \"" + (target / "c tree") + "\")"));
+    EXPECT_THAT(namesIn(target.path()), ElementsAre("a", "c tree"));
+    EXPECT_THAT(namesIn(source.path()), ElementsAre("a", "b tree", "c tree", "d"));
+    EXPECT_EQ(TemporaryFolder::read(target / "c tree/sub/file"), "c tree");
+}
+
+TEST_F(TransferByCopy, DropsManyItemsIntoAFolderThatCannotBeListed) {
+    Names names = makeFiles(9);
+    source.makeFolder("tree/sub");
+    source.makeFile("tree/sub/a", "first");
+    names.push_back("tree");
+    setMode(target.path(), 0333);
+    for (const auto* folder : {&home, &source, &target}) giveToOrdinaryUser(folder->path());
+    {
+        const OrdinaryUser user;
+        const auto results = transfer(plan(names), isMove);
+        ASSERT_THAT(results, SizeIs(names.size()));
+        EXPECT_TRUE(results.back()) << results.back().error().description;
+    }
+    setMode(target.path(), 0755);
+    EXPECT_EQ(namesIn(target.path()), names);
+    EXPECT_THAT(namesIn(source.path()), IsEmpty());
 }
 
 TEST_F(TransferByCopy, NumbersNamesInTheOrderOfTheItems) {
