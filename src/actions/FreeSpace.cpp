@@ -14,8 +14,6 @@ namespace brimwick {
 
 namespace {
 
-constexpr long vfatMagic = 0x4d44;
-constexpr long exfatMagic = 0x2011BAB0;
 constexpr std::uint64_t blockSize = 512;
 
 /// What of a file takes space at least: not its holes, and a file of several names once.
@@ -62,8 +60,8 @@ std::uint64_t sumOf(Measure measure, int folder, const std::string& name, const 
 
 /// Others share blocks, compress, or know no limit of their own.
 bool takesWhatFilesHold(long fileSystem) {
-    return fileSystem == EXT4_SUPER_MAGIC || fileSystem == TMPFS_MAGIC || fileSystem == vfatMagic ||
-           fileSystem == exfatMagic;
+    return fileSystem == EXT4_SUPER_MAGIC || fileSystem == TMPFS_MAGIC || fileSystem == MSDOS_SUPER_MAGIC ||
+           fileSystem == EXFAT_SUPER_MAGIC;
 }
 
 } // namespace

@@ -8,11 +8,9 @@ namespace brimwick {
 
 namespace {
 
-constexpr long vfatMagic = 0x4d44;
-constexpr long exfatMagic = 0x2011BAB0;
-
 bool numbersAnew(long fileSystem) {
-    return fileSystem == vfatMagic || fileSystem == exfatMagic || fileSystem == FUSE_SUPER_MAGIC;
+    return fileSystem == MSDOS_SUPER_MAGIC || fileSystem == EXFAT_SUPER_MAGIC ||
+           fileSystem == FUSE_SUPER_MAGIC;
 }
 
 } // namespace

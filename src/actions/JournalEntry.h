@@ -30,7 +30,6 @@ class JournalEntry {
     void flush();
     /// What could not be removed is left to the next start.
     void keepOpen() { open_ = true; }
-    bool isKeptOpen() const { return open_; }
 
   private:
     FileJournal& journal_;

@@ -9,7 +9,6 @@
 #include "actions/RenameWithoutReplacing.h"
 #include "actions/SourceStatus.h"
 #include "actions/StagedCopy.h"
-#include "actions/SystemError.h"
 #include "actions/TransferProgress.h"
 
 #include <memory>

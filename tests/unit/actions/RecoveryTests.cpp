@@ -1,6 +1,7 @@
 #include "actions/CompareTrees.h"
 #include "actions/JournalLine.h"
 #include "actions/Recovery.h"
+#include "actions/RemoveVerified.h"
 
 #include <gmock/gmock.h>
 
@@ -395,6 +396,27 @@ TEST_F(RecoveryTest, GoesOnWithTheOthersAfterOneThatMustWait) {
         << "0 move 1 1 1 1 1 /no/such/a /no/such/.brimwick-1-8.part\n";
     EXPECT_THAT(recover(), ElementsAre(HasSubstr("Cleaned up")));
     EXPECT_EQ(FileJournal(home / "journal").interrupted().size(), 2U);
+}
+
+/// The copy may have gone while it was compared.
+TEST_F(RecoveryTest, RemovesNothingWhenTheLastLookAtTheCopyFails) {
+    copyTree(source / "tree", source / hiddenSource);
+    const auto place = ItemPlace::open(source / "tree");
+    ASSERT_TRUE(place);
+    stage("tree");
+    const auto same = compareTrees(
+        {{place->folder.descriptor(), hiddenSource}, {AT_FDCWD, target / hiddenCopy}, FileMatch::Same, {}},
+        {});
+    ASSERT_TRUE(same);
+    FileJournal journal;
+    JournalEntry notes(journal, *place, true);
+    const auto gone = [] { return std::make_error_code(std::errc::no_such_file_or_directory); };
+    const auto refused = removeClaimed(*place, hiddenSource, same->item, notes, gone);
+    ASSERT_FALSE(refused);
+    EXPECT_FALSE(refused.error().isPartlyRemoved);
+    expectTree(source / hiddenSource);
+    EXPECT_TRUE(removeClaimed(*place, hiddenSource, same->item, notes, [] { return std::error_code(); }));
+    EXPECT_FALSE(TemporaryFolder::exists(source / hiddenSource));
 }
 
 class CompareTreesTest : public testing::Test {
