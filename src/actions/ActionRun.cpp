@@ -20,10 +20,6 @@ constexpr std::chrono::milliseconds longestUntold{250};
 constexpr std::size_t mostCopiedTogether = 1000;
 constexpr std::int64_t bytesCopiedTogether = std::int64_t{64} << 20U;
 
-bool isReadable(const std::string& path) {
-    return faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
-}
-
 bool lieOnOneFileSystem(const std::string& folder, const std::string& otherFolder) {
     struct stat one {};
     struct stat other {};
@@ -43,51 +39,91 @@ void ActionRun::perform() {
     durable_ = Clock::now();
     for (std::size_t i = 0; i < files_.size(); ++i) {
         const File& file = files_[i];
-        const bool goesWithThose = goesByCopy(file) && fitsToCopies(i);
-        // Before it is asked for: what waits may take it away.
-        if (!goesWithThose && !handleCopies()) return;
-        if (!isReadable(file.path)) continue;
+        const bool joins = goesByCopy(file) && canJoinCopies(file);
+        // Before it is asked for: what is copied may be taken away.
+        if (!joins && !finishCopies()) return;
+        if (joins && enoughCopiesWait(i) && !startCopies(std::launch::async)) return;
+        if (!isReadable(file)) continue;
         if (goesByCopy(file)) {
-            copies_.push_back(i);
+            waiting_.push_back(i);
+            bytesOfWaiting_ += sizes_[i];
             pathsOfCopies_.insert(file.path);
-            bytesOfCopies_ += sizes_[i];
+            folderOfCopies_ = parentPath(file.path);
             continue;
         }
         progress_.setItem(file.name);
         if (!finish({file.name, handle(file)})) return;
     }
-    if (handleCopies()) makeDurable();
+    if (finishCopies()) makeDurable();
 }
 
-/// Whether a file can be copied together with those that wait: one more of the same folder, and not too much.
-bool ActionRun::fitsToCopies(std::size_t number) const {
-    if (copies_.empty()) return true;
-    return copies_.size() < mostCopiedTogether && bytesOfCopies_ + sizes_[number] <= bytesCopiedTogether &&
-           parentPath(files_[copies_.back()].path) == parentPath(files_[number].path) &&
-           !pathsOfCopies_.contains(files_[number].path);
+/// Whether it can be copied together with those that are: one more of the same folder.
+bool ActionRun::canJoinCopies(const File& file) const {
+    return pathsOfCopies_.empty() ||
+           (parentPath(file.path) == folderOfCopies_ && !pathsOfCopies_.contains(file.path));
+}
+
+bool ActionRun::enoughCopiesWait(std::size_t next) const {
+    return !waiting_.empty() &&
+           (waiting_.size() == mostCopiedTogether || bytesOfWaiting_ + sizes_[next] > bytesCopiedTogether);
+}
+
+bool ActionRun::isReadable(const File& file) {
+    const auto place = folders_.openPlace(file.path);
+    return place && faccessat(place->folder.descriptor(), place->name.c_str(), R_OK, AT_EACCESS) == 0;
 }
 
 bool ActionRun::goesByCopy(const File& file) const {
     return operation_ == FileOperation::Copy ||
-           (operation_ == FileOperation::Move && transfer_.isKnownToCross(itemOf(file)));
+           (operation_ == FileOperation::Move && folders_.isAnyKnownToCross() &&
+            folders_.isKnownToCross(parentPath(file.path), parentPath(folder_ + "/" + file.name)));
 }
 
-/// Handles what goes by copy, together. False when it ended with a failure.
-bool ActionRun::handleCopies() {
-    if (copies_.empty()) return true;
+/// Has those that wait copied, and finishes those before them meanwhile. False when these ended with a
+/// failure.
+bool ActionRun::startCopies(std::launch policy) {
     // What was done before them has waited long enough.
     if (!makeDurable()) return false;
     std::vector<FileTransfer::Item> items;
-    for (const std::size_t i : copies_) {
+    for (const std::size_t i : waiting_) {
         items.push_back(itemOf(files_[i]));
         items.back().size = sizes_[i];
     }
-    const auto paths = transfer_.byCopy(items, operation_ == FileOperation::Move);
-    for (std::size_t i = 0; i < paths.size(); ++i) handled_.push_back({files_[copies_[i]].name, paths[i]});
-    copies_.clear();
+    auto batch = transfer_.planCopies(std::move(items), operation_ == FileOperation::Move);
+    auto before = std::exchange(underWay_, std::nullopt);
+    if (before) before->copied.wait();
+    if (batch) {
+        CopyBatch& next = **batch;
+        underWay_.emplace(CopiesUnderWay{std::exchange(waiting_, {}), std::move(*batch),
+                                         std::async(policy, [&next] { next.copyAll(); })});
+    }
+    bytesOfWaiting_ = 0;
+    if (before && !finish(std::move(*before))) return false;
+    return batch || finish({files_[waiting_.front()].name, tl::unexpected(std::move(batch.error()))});
+}
+
+/// Finishes all copies. False when one failed.
+bool ActionRun::finishCopies() {
+    // Nothing would be gained by another thread for the only ones.
+    const auto policy = underWay_ ? std::launch::async : std::launch::deferred;
+    if (!waiting_.empty() && !startCopies(policy)) return false;
+    auto last = std::exchange(underWay_, std::nullopt);
     pathsOfCopies_.clear();
-    bytesOfCopies_ = 0;
-    return makeDurable() && paths.back().has_value();
+    return !last || finish(std::move(*last));
+}
+
+bool ActionRun::finish(CopiesUnderWay copies) {
+    copies.copied.get();
+    auto paths = transfer_.finishCopies(*copies.batch, operation_ == FileOperation::Move);
+    const bool failed = !paths.back();
+    if (failed && underWay_) {
+        progress_.cancel();
+        underWay_->copied.wait();
+        paths.back().error().description += underWay_->batch->abandon();
+    }
+    for (std::size_t i = 0; i < paths.size(); ++i)
+        handled_.push_back({files_[copies.numbers[i]].name, std::move(paths[i])});
+    return makeDurable() && !failed;
 }
 
 /// Notes what was handled, and tells it if it is time. False when it failed.
@@ -131,8 +167,8 @@ void ActionRun::countBytes() {
 }
 
 FileTransfer::Item ActionRun::itemOf(const File& file) const {
-    const std::string path = folder_ + "/" + file.name;
-    return {file.path, path, [path] { return uniquePath(path); }, 0};
+    std::string path = folder_ + "/" + file.name;
+    return {file.path, std::move(path), [this, &file] { return uniquePath(folder_ + "/" + file.name); }, 0};
 }
 
 tl::expected<std::string, FileError> ActionRun::handle(const File& file) const {

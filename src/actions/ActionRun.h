@@ -8,7 +8,10 @@
 
 #include <chrono>
 #include <cstdint>
+#include <future>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -50,10 +53,21 @@ class ActionRun {
   private:
     using Clock = std::chrono::steady_clock;
 
+    /// Copied on another thread, while those before them are finished.
+    struct CopiesUnderWay {
+        std::vector<std::size_t> numbers; ///< of the files
+        std::unique_ptr<CopyBatch> batch;
+        std::future<void> copied; ///< is waited for when it goes
+    };
+
     void countBytes();
+    bool isReadable(const File& file);
     bool goesByCopy(const File& file) const;
-    bool fitsToCopies(std::size_t number) const;
-    bool handleCopies();
+    bool canJoinCopies(const File& file) const;
+    bool enoughCopiesWait(std::size_t next) const;
+    bool startCopies(std::launch policy);
+    bool finishCopies();
+    bool finish(CopiesUnderWay copies);
     FileTransfer::Item itemOf(const File& file) const;
     tl::expected<std::string, FileError> handle(const File& file) const;
     bool finish(Report report);
@@ -69,9 +83,12 @@ class ActionRun {
     /// In bytes, of each file that is to be copied.
     std::vector<std::int64_t> sizes_;
     /// Numbers of files that wait to be copied together.
-    std::vector<std::size_t> copies_;
+    std::vector<std::size_t> waiting_;
+    std::int64_t bytesOfWaiting_ = 0;
+    std::optional<CopiesUnderWay> underWay_;
+    /// Of those that wait or are under way.
     std::unordered_set<std::string> pathsOfCopies_;
-    std::int64_t bytesOfCopies_ = 0;
+    std::string folderOfCopies_;
     /// What was handled and may not be durable yet.
     std::vector<Report> handled_;
     Clock::time_point durable_; ///< when all was, lately

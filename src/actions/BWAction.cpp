@@ -14,6 +14,12 @@ std::string nameOf(const BWSelectedFileOrFolder& file) {
     return file.name().value_or(lastPathComponent(file.path()));
 }
 
+/// Where a file was that is in the Trash now, nothing lies.
+BWSelectedFileOrFolder entryOf(const std::string& path, FileOperation operation) {
+    return operation == FileOperation::Trash ? BWSelectedFileOrFolder::fileOrFolderWithPath(path)
+                                             : BWSelectedFileOrFolder::fileOrFolderJustPutAtPath(path);
+}
+
 std::string textOf(const ActionRun::Report& report, FileOperation operation, const std::string& folder) {
     switch (operation) {
     case FileOperation::Move:
@@ -60,7 +66,7 @@ bool BWAction::performActionInDirection(std::int32_t direction) {
     const auto report = [&] {
         for (const ActionRun::Report& done : run.takeReports()) {
             succeeded = done.path.has_value();
-            if (succeeded) result.push_back(BWSelectedFileOrFolder::fileOrFolderWithPath(*done.path));
+            if (succeeded) result.push_back(entryOf(*done.path, operation));
             view_.sendUserNotification(textOf(done, operation, folder.path()));
         }
     };

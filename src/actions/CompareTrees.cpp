@@ -169,7 +169,7 @@ std::error_code checkEntries(const NameInFolder& item, const CopyLog& log) {
     const auto check = [](int folder, const std::string& name, const EntryStamp& stamp) -> std::error_code {
         struct stat status {};
         if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return lastSystemError();
-        return EntryStamp(status) == stamp ? std::error_code() : different();
+        return EntryStamp(status).isSame(stamp) ? std::error_code() : different();
     };
     if (auto error = check(item.folder, item.name, log.front().stamp)) return error;
     if (!log.front().stamp.isFolder()) return {};

@@ -34,7 +34,8 @@ std::error_code flushFile(int descriptor, off_t size, Flush flush) {
 } // namespace
 
 std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to, Flush flush,
-                                struct stat& read, TransferProgress& progress) {
+                                CopiedFile& file, TransferProgress& progress) {
+    struct stat& read = file.source;
     // Not blocking, should the name have become a pipe since somebody looked.
     const FileDescriptor in(
         openat(from.folder, from.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
@@ -44,8 +45,8 @@ std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to
     FileDescriptor out(
         openat(to.folder, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (!out) return lastSystemError();
-    if (auto error = copyFileData(in.get(), out.get(), read, progress)) return error;
-    if (auto error = copyMetadata(in.get(), out.get(), read)) return error;
+    if (auto error = copyFileData(in.get(), out.get(), read, file.copy, progress)) return error;
+    if (auto error = copyMetadata(in.get(), out.get(), read, file.copy)) return error;
 
     struct stat after {};
     if (fstat(in.get(), &after) != 0) return lastSystemError();

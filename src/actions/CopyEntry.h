@@ -21,10 +21,15 @@ enum class Flush {
     StartedOnly ///< they are on their way; the caller flushes the whole file system
 };
 
-/// Copies a regular file under a name that must be free. `read` receives what the file was while it was read;
-/// `device_or_resource_busy` when it changed meanwhile. A failed copy may leave the new file behind.
+struct CopiedFile {
+    struct stat source; ///< while it was read
+    struct stat copy;   ///< before it got its mode and times
+};
+
+/// Copies a regular file under a name that must be free. `device_or_resource_busy` when it changed while it
+/// was read. A failed copy may leave the new file behind.
 [[nodiscard]] std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to, Flush flush,
-                                              struct stat& read, TransferProgress& progress);
+                                              CopiedFile& file, TransferProgress& progress);
 
 /// Copies a symbolic link itself. `status` is that of the link.
 [[nodiscard]] std::error_code copySymbolicLink(const NameInFolder& from, const NameInFolder& to,

@@ -15,6 +15,8 @@ namespace brimwick {
 namespace {
 
 constexpr std::size_t bufferSize = 256 * 1024;
+/// So little is copied faster by way of a buffer than by the kernel, which prepares for more.
+constexpr off_t littleData = off_t{128} << 10U;
 /// What one call copies at most: the progress is told, and an end asked for, between two.
 constexpr off_t mostAtOnce = off_t{8} << 20U;
 
@@ -29,6 +31,25 @@ std::error_code writeAll(int to, const char* data, std::size_t length, off_t off
         offset += written;
     }
     return {};
+}
+
+/// A whole file of little data; `size` is what it should be.
+std::error_code copyLittle(int from, int to, off_t size, TransferProgress& progress) {
+    const auto expected = static_cast<std::size_t>(size);
+    std::vector<char> content(expected + 1);
+    std::size_t length = 0;
+    while (length < content.size()) {
+        const ssize_t got =
+            pread(from, content.data() + length, content.size() - length, static_cast<off_t>(length));
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return lastSystemError();
+        if (got == 0) break;
+        length += static_cast<std::size_t>(got);
+    }
+    if (length < expected) return std::make_error_code(std::errc::no_message_available);
+    if (length > expected) return std::make_error_code(std::errc::device_or_resource_busy);
+    progress.addBytes(size);
+    return writeAll(to, content.data(), expected, 0);
 }
 
 std::error_code copyThroughBuffer(int from, int to, off_t begin, off_t end, TransferProgress& progress) {
@@ -101,12 +122,6 @@ std::error_code copyDataSegments(int from, int to, off_t size, TransferProgress&
     return ftruncate(to, size) == 0 ? std::error_code() : lastSystemError();
 }
 
-std::error_code checkSize(int to, off_t size) {
-    struct stat status {};
-    if (fstat(to, &status) != 0) return lastSystemError();
-    return status.st_size == size ? std::error_code() : std::make_error_code(std::errc::io_error);
-}
-
 /// Some file systems tell a size that is too small, as of what comes from elsewhere.
 std::error_code checkEnd(int from, off_t size) {
     char more = 0;
@@ -122,22 +137,28 @@ bool hasHoles(const struct stat& status) {
     return status.st_blocks * blockSize < status.st_size;
 }
 
+std::error_code copyOwnBlocks(int from, int to, const struct stat& source, TransferProgress& progress) {
+    const off_t size = source.st_size;
+    if (!hasHoles(source) && size <= littleData) return copyLittle(from, to, size, progress);
+    if (auto error = checkEnd(from, size)) return error;
+    return hasHoles(source) ? copyDataSegments(from, to, size, progress)
+                            : copyRange(from, to, 0, size, progress);
+}
+
 } // namespace
 
-std::error_code copyFileData(int from, int to, const struct stat& source, TransferProgress& progress) {
+std::error_code copyFileData(int from, int to, const struct stat& source, struct stat& copy,
+                             TransferProgress& progress) {
     if (auto error = progress.checkCancelled()) return error;
-    const off_t size = source.st_size;
-    if (auto error = checkEnd(from, size)) return error;
-    if (size == 0) return checkSize(to, size);
-    // Whatever made cloning impossible, copying shows whether it was serious.
-    if (ioctl(to, FICLONE, from) == 0) {
-        progress.addBytes(size);
-    } else {
-        const auto copy = hasHoles(source) ? copyDataSegments(from, to, size, progress)
-                                           : copyRange(from, to, 0, size, progress);
-        if (copy) return copy;
+    // Whatever makes cloning impossible, copying shows whether it is serious.
+    if (source.st_size > 0 && ioctl(to, FICLONE, from) == 0) {
+        if (auto error = checkEnd(from, source.st_size)) return error;
+        progress.addBytes(source.st_size);
+    } else if (auto error = copyOwnBlocks(from, to, source, progress)) {
+        return error;
     }
-    return checkSize(to, size);
+    if (fstat(to, &copy) != 0) return lastSystemError();
+    return copy.st_size == source.st_size ? std::error_code() : std::make_error_code(std::errc::io_error);
 }
 
 } // namespace brimwick

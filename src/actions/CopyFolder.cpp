@@ -6,26 +6,22 @@
 #include "actions/SystemError.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
-#include <sys/statfs.h>
 
 #include <map>
 
 namespace brimwick {
 
-Flush flushFor(int folder) {
-    struct statfs information {};
-    const bool known = fstatfs(folder, &information) == 0;
-    return known && information.f_type != FUSE_SUPER_MAGIC ? Flush::StartedOnly : Flush::AtOnce;
+Flush flushFor(const FolderMark& folder) {
+    return folder.isLocal() ? Flush::StartedOnly : Flush::AtOnce;
 }
 
 namespace {
 
 class FolderCopier : public TreeVisitor {
   public:
-    FolderCopier(FileDescriptor root, TransferProgress& progress)
-        : root_(fcntl(root.get(), F_DUPFD_CLOEXEC, 0)), staged_(std::move(root)),
-          flush_(flushFor(root_.get())), progress_(progress) {}
+    FolderCopier(FileDescriptor root, const struct stat& stagedStatus, TransferProgress& progress)
+        : root_(fcntl(root.get(), F_DUPFD_CLOEXEC, 0)), staged_(std::move(root)), stagedStatus_(stagedStatus),
+          flush_(flushFor(FolderMark::of(root_.get()))), progress_(progress) {}
 
     std::error_code visitEntry(int parent, const std::string& name, const struct stat& status) override {
         if (auto error = progress_.checkCancelled()) return error;
@@ -48,6 +44,9 @@ class FolderCopier : public TreeVisitor {
             log_.push_back({"", 0, EntryStamp(status)});
             return {};
         }
+        // Bound there by another way; it would never end.
+        if (status.st_dev == stagedStatus_.st_dev && status.st_ino == stagedStatus_.st_ino)
+            return std::make_error_code(std::errc::invalid_argument);
         if (mkdirat(staged_.folder(), name.c_str(), 0700) != 0) return lastSystemError();
         if (auto error = staged_.enter(name)) return error;
         log_.push_back({name, staged_.depth(), EntryStamp(status)});
@@ -56,7 +55,9 @@ class FolderCopier : public TreeVisitor {
 
     std::error_code leaveFolder(int folder, const struct stat& status) override {
         // Only now: a read-only folder could not have been filled, and each new entry changes its time.
-        if (auto error = copyMetadata(folder, staged_.folder(), status)) return error;
+        struct stat copy {};
+        if (fstat(staged_.folder(), &copy) != 0) return lastSystemError();
+        if (auto error = copyMetadata(folder, staged_.folder(), status, copy)) return error;
         if (flush_ == Flush::AtOnce) {
             if (auto error = syncDescriptor(staged_.folder())) return error;
         }
@@ -78,7 +79,9 @@ class FolderCopier : public TreeVisitor {
             const std::error_code again = linkToCopy(known->second, to);
             if (again != error) return again;
         }
-        if (auto error = copyRegularFile(from, to, flush_, status, progress_)) return error;
+        CopiedFile copied{};
+        if (auto error = copyRegularFile(from, to, flush_, copied, progress_)) return error;
+        status = copied.source;
         if (status.st_nlink > 1) copiedLinks_[file] = staged_.relativePathOf(to.name);
         return {};
     }
@@ -103,6 +106,7 @@ class FolderCopier : public TreeVisitor {
 
     FileDescriptor root_;
     FolderCursor staged_;
+    struct stat stagedStatus_; ///< of the root
     Flush flush_;
     TransferProgress& progress_;
     CopyLog log_;
@@ -121,7 +125,9 @@ tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const 
     FileDescriptor staged = openFolderIn(to.folder, to.name);
     if (!staged) return failed();
 
-    FolderCopier copier(std::move(staged), progress);
+    struct stat stagedStatus {};
+    if (fstat(staged.get(), &stagedStatus) != 0) return failed();
+    FolderCopier copier(std::move(staged), stagedStatus, progress);
     if (auto walked = walkTree(std::move(source), copier); !walked) return tl::unexpected(walked.error());
     return copier.takeLog();
 }

@@ -2,6 +2,7 @@
 
 #include "actions/CopyEntry.h"
 #include "actions/EntryStamp.h"
+#include "actions/FolderMark.h"
 #include "actions/TransferProgress.h"
 #include "actions/TreeWalk.h"
 
@@ -10,8 +11,8 @@
 namespace brimwick {
 
 /// How copies in this folder are flushed when all of its file system can be flushed at once afterwards: a
-/// file system in user space is not told of that.
-Flush flushFor(int folder);
+/// file system in user space is not told of that, and one on another machine may not tell what went wrong.
+Flush flushFor(const FolderMark& folder);
 
 /// Copies a whole folder under a name that must be free and flushes it as flushFor() says. Hard links among
 /// its files stay hard links. `operation_not_supported` for a pipe, socket or device in it,

@@ -19,12 +19,7 @@ Times timesOf(const struct stat& source) {
 }
 
 /// Whether owner and group became those of the source.
-bool ownerCopied(int to, const struct stat& source, std::error_code& error) {
-    struct stat now {};
-    if (fstat(to, &now) != 0) {
-        error = lastSystemError();
-        return false;
-    }
+bool ownerCopied(int to, const struct stat& source, const struct stat& now, std::error_code& error) {
     const bool sameOwner = now.st_uid == source.st_uid;
     const bool sameGroup = now.st_gid == source.st_gid;
     if (sameOwner && sameGroup) return true;
@@ -51,11 +46,11 @@ bool belongsToAnother(int file) {
 
 } // namespace
 
-std::error_code copyMetadata(int from, int to, const struct stat& source) {
+std::error_code copyMetadata(int from, int to, const struct stat& source, const struct stat& copy) {
     if (auto error = copyExtendedAttributes(from, to)) return error;
     std::error_code ownerError;
     // The owner before the mode, for changing it clears the set-id bits; the times last.
-    const bool ownerKept = ownerCopied(to, source, ownerError);
+    const bool ownerKept = ownerCopied(to, source, copy, ownerError);
     if (ownerError) return ownerError;
     const mode_t mode = source.st_mode & (ownerKept ? 07777U : 01777U);
     if (fchmod(to, mode) != 0 && !unsupported(errno) && !belongsToAnother(to)) return lastSystemError();

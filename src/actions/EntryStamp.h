@@ -18,13 +18,27 @@ struct EntryStamp {
     off_t size;
     std::int64_t modifiedSeconds;
     std::int64_t modifiedNanoseconds;
+    nlink_t links;
+    timespec changed; ///< the status, with anything else or alone
 
     explicit EntryStamp(const struct stat& status)
         : device(status.st_dev), inode(status.st_ino), mode(status.st_mode), owner(status.st_uid),
           group(status.st_gid), size(status.st_size), modifiedSeconds(status.st_mtim.tv_sec),
-          modifiedNanoseconds(status.st_mtim.tv_nsec) {}
+          modifiedNanoseconds(status.st_mtim.tv_nsec), links(status.st_nlink), changed(status.st_ctim) {}
 
-    bool operator==(const EntryStamp&) const = default;
+    /// The status may have changed with the name of the entry.
+    bool isSame(const EntryStamp& earlier) const {
+        return device == earlier.device && inode == earlier.inode && mode == earlier.mode &&
+               owner == earlier.owner && group == earlier.group && size == earlier.size &&
+               modifiedSeconds == earlier.modifiedSeconds &&
+               modifiedNanoseconds == earlier.modifiedNanoseconds;
+    }
+    /// Nothing at all has changed; of a file of several names, nothing but those names perhaps.
+    bool isUnchanged(const EntryStamp& earlier) const {
+        const bool hasOtherNames = !isFolder() && (links > 1 || earlier.links > 1);
+        return isSame(earlier) && (hasOtherNames || (changed.tv_sec == earlier.changed.tv_sec &&
+                                                     changed.tv_nsec == earlier.changed.tv_nsec));
+    }
     bool isFolder() const { return S_ISDIR(mode); }
 };
 

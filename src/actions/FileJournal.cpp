@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace brimwick {
 
@@ -26,6 +27,7 @@ FileJournal::FileJournal(const std::string& path) {
     const auto content = readWholeFile(path, largestJournal);
     if (!content) return;
     file_ = std::move(file);
+    size_ = static_cast<off_t>(content->size());
     interrupted_ = readJournal(*content);
     for (const InterruptedTransfer& transfer : interrupted_) {
         underWay_.insert(transfer.number);
@@ -37,9 +39,14 @@ FileJournal::FileJournal(const std::string& path) {
         append("\n"); // so that half a line of a power cut does not run into the next one
 }
 
+FileJournal::~FileJournal() {
+    writeNotes();
+}
+
 /// Only what still waits.
-void FileJournal::writeAnew() const {
+void FileJournal::writeAnew() {
     if (ftruncate(file_.get(), 0) != 0) return;
+    size_ = 0;
     std::string text;
     for (const InterruptedTransfer& transfer : interrupted_) text += journalLinesOf(transfer);
     if (!text.empty() && append(text)) fdatasync(file_.get());
@@ -53,28 +60,41 @@ std::uint64_t FileJournal::begin() {
 
 void FileJournal::note(std::uint64_t number, std::string_view line) {
     const std::lock_guard lock(mutex_);
-    if (file_) append(std::to_string(number) + ' ' + std::string(line) + '\n');
+    if (file_) notes_.append(std::to_string(number)).append(1, ' ').append(line).append(1, '\n');
+}
+
+void FileJournal::write() {
+    const std::lock_guard lock(mutex_);
+    writeNotes();
 }
 
 void FileJournal::flush() {
     const std::lock_guard lock(mutex_);
+    writeNotes();
     if (file_) fdatasync(file_.get());
 }
 
 void FileJournal::end(std::uint64_t number) {
+    note(number, journalLineForEnd);
     const std::lock_guard lock(mutex_);
     underWay_.erase(number);
-    if (!file_) return;
-    if (underWay_.empty() && ftruncate(file_.get(), 0) == 0) return;
-    append(std::to_string(number) + ' ' + std::string(journalLineForEnd) + '\n');
+    if (!underWay_.empty() || !file_) return;
+    if (size_ > 0 && ftruncate(file_.get(), 0) != 0) return;
+    size_ = 0;
+    notes_.clear();
 }
 
-bool FileJournal::append(std::string_view text) const {
-    struct stat before {};
-    if (fstat(file_.get(), &before) != 0) return false;
-    if (writeAll(file_.get(), text)) return true;
+void FileJournal::writeNotes() {
+    if (const std::string notes = std::exchange(notes_, {}); !notes.empty()) append(notes);
+}
+
+bool FileJournal::append(std::string_view text) {
+    if (writeAll(file_.get(), text)) {
+        size_ += static_cast<off_t>(text.size());
+        return true;
+    }
     // Half a line would spoil the next one. Should this fail too, the reader passes over both.
-    static_cast<void>(ftruncate(file_.get(), before.st_size));
+    static_cast<void>(ftruncate(file_.get(), size_));
     return false;
 }
 

@@ -2,35 +2,34 @@
 
 #include "actions/MoveItem.h"
 #include "actions/OpenFolders.h"
-#include "actions/TransferByCopy.h"
 #include "model/PathText.h"
 
 namespace brimwick {
 
-tl::expected<std::string, FileError> FileTransfer::move(const Item& item) const {
-    const auto prepared = prepare(item);
+tl::expected<std::string, FileError> FileTransfer::move(Item item) const {
+    const auto prepared = prepare(std::move(item));
     if (!prepared) return tl::unexpected(prepared.error());
-    auto path = moveItem(item.source, *prepared, context_);
-    if (path) leave(item.source);
+    auto path = moveItem(prepared->source, prepared->destination, context_);
+    if (path) leave(prepared->source);
     return path;
 }
 
-std::vector<tl::expected<std::string, FileError>> FileTransfer::byCopy(const std::vector<Item>& items,
-                                                                       bool isMove) const {
+tl::expected<std::unique_ptr<CopyBatch>, FileError> FileTransfer::planCopies(std::vector<Item> items,
+                                                                             bool isMove) const {
     std::vector<PlannedTransfer> planned;
-    for (const Item& item : items) {
-        auto prepared = prepare(item);
-        if (!prepared) return {tl::unexpected(prepared.error())};
-        planned.push_back({item.source, std::move(*prepared), item.size});
+    for (Item& item : items) {
+        auto prepared = prepare(std::move(item));
+        if (!prepared) return tl::unexpected(prepared.error());
+        planned.push_back(std::move(*prepared));
     }
-    auto paths = transferByCopy(planned, isMove, context_);
-    for (std::size_t i = 0; isMove && i < paths.size(); ++i)
-        if (paths[i]) leave(items[i].source);
-    return paths;
+    return CopyBatch::plan(std::move(planned), isMove, context_);
 }
 
-bool FileTransfer::isKnownToCross(const Item& item) const {
-    return context_.folders.isKnownToCross(parentPath(item.source), parentPath(item.destination));
+CopyBatch::Results FileTransfer::finishCopies(CopyBatch& batch, bool isMove) const {
+    auto paths = batch.finish();
+    for (std::size_t i = 0; isMove && i < paths.size(); ++i)
+        if (paths[i]) leave(batch.planned()[i].source);
+    return paths;
 }
 
 /// Strikes an item off that was moved away.
@@ -54,19 +53,19 @@ bool FileTransfer::isDesktopTrash(const std::string& folder) const {
     return known->second;
 }
 
-tl::expected<Destination, FileError> FileTransfer::prepare(const Item& item) const {
+tl::expected<PlannedTransfer, FileError> FileTransfer::prepare(Item item) const {
     const std::string folder = parentPath(item.destination);
     if (folder == trash_.path()) {
         if (auto ready = trash_.makeReady(); !ready) return tl::unexpected(ready.error());
     }
-    Destination prepared{item.destination, item.nextPath, {}, {}};
+    Destination prepared{std::move(item.destination), std::move(item.nextPath), {}, {}};
     if (isDesktopTrash(folder)) {
         prepared.reserve = [this, source = item.source](const std::string& name) {
             return trash_.addRecord(name, source);
         };
         prepared.withdraw = [this](const std::string& name) { trash_.removeRecord(name); };
     }
-    return prepared;
+    return PlannedTransfer{std::move(item.source), std::move(prepared), item.size};
 }
 
 } // namespace brimwick

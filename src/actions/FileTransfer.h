@@ -1,11 +1,13 @@
 #pragma once
 
+#include "actions/CopyBatch.h"
 #include "actions/Destination.h"
 #include "actions/TransferContext.h"
 #include "actions/TrashFolder.h"
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -29,18 +31,18 @@ class FileTransfer {
         : trash_(realHomeDirectory), context_(context) {}
 
     /// The path that it got in the end.
-    tl::expected<std::string, FileError> move(const Item& item) const;
-    /// Copies or moves items into one folder in any case by way of copies; as transferByCopy().
-    std::vector<tl::expected<std::string, FileError>> byCopy(const std::vector<Item>& items,
-                                                             bool isMove) const;
-    /// Whether a move of the item was tried last from and to where it lies and goes, and took a copy.
-    bool isKnownToCross(const Item& item) const;
+    tl::expected<std::string, FileError> move(Item item) const;
+    /// A batch that takes items into one folder in any case by way of copies.
+    tl::expected<std::unique_ptr<CopyBatch>, FileError> planCopies(std::vector<Item> items,
+                                                                   bool isMove) const;
+    /// Finishes such a batch, as CopyBatch::finish().
+    CopyBatch::Results finishCopies(CopyBatch& batch, bool isMove) const;
     /// Moves an item into the user's Trash under that very name; a taken name is an error.
     tl::expected<std::string, FileError> moveToTrash(const std::string& source,
                                                      const std::string& name) const;
 
   private:
-    tl::expected<Destination, FileError> prepare(const Item& item) const;
+    tl::expected<PlannedTransfer, FileError> prepare(Item item) const;
     void leave(const std::string& source) const;
     bool isDesktopTrash(const std::string& folder) const;
 

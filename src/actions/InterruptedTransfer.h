@@ -1,25 +1,12 @@
 #pragma once
 
-#include <sys/types.h>
+#include "actions/FolderMark.h"
 
 #include <chrono>
 #include <cstdint>
 #include <string>
 
 namespace brimwick {
-
-/// By what a folder is known again: the place of a disk that is not plugged in has the same path.
-struct FolderMark {
-    /// The kind of its file system, as `statfs` has it.
-    long fileSystem = 0;
-    ino_t inode = 0;
-
-    /// The mark of an open folder.
-    static FolderMark of(int folder);
-    /// Whether the folder may be that one. Where a file system numbers its folders anew each time, the kind
-    /// alone tells.
-    bool fits(int folder) const;
-};
 
 /// What the journal knows of a transfer by way of a hidden copy. All paths are absolute.
 struct InterruptedTransfer {

@@ -2,27 +2,15 @@
 
 #include "actions/JournalLine.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 namespace brimwick {
 
-namespace {
-
-ino_t inodeOf(int folder, const std::string& name) {
-    struct stat status {};
-    return fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ? status.st_ino : 0;
-}
-
-} // namespace
-
-JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, bool isMove)
+JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, ino_t sourceInode, bool isMove)
     : journal_(journal), source_(source) {
     transfer_.number = journal.begin();
     transfer_.isMove = isMove;
     transfer_.source = source.path();
-    transfer_.sourceFolder = FolderMark::of(source.folder.descriptor());
-    transfer_.sourceInode = inodeOf(source.folder.descriptor(), source.name);
+    transfer_.sourceFolder = source.folder.mark();
+    transfer_.sourceInode = sourceInode;
 }
 
 JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, InterruptedTransfer transfer)
@@ -33,13 +21,13 @@ JournalEntry::~JournalEntry() {
 }
 
 void JournalEntry::staging(const OpenFolder& target, const std::string& name) {
-    transfer_.targetFolder = FolderMark::of(target.descriptor());
+    transfer_.targetFolder = target.mark();
     transfer_.staged = target.pathOf(name);
     journal_.note(transfer_.number, journalLineForStaging(transfer_));
 }
 
-void JournalEntry::naming(const OpenFolder& target, const std::string& stagedName, const std::string& name) {
-    transfer_.copyInode = inodeOf(target.descriptor(), stagedName);
+void JournalEntry::naming(const OpenFolder& target, ino_t copyInode, const std::string& name) {
+    transfer_.copyInode = copyInode;
     transfer_.destination = target.pathOf(name);
     transfer_.completed = std::chrono::system_clock::now().time_since_epoch();
     journal_.note(transfer_.number, journalLineForNaming(transfer_));
@@ -52,6 +40,10 @@ void JournalEntry::claiming(const std::string& name) {
 
 void JournalEntry::removing() {
     journal_.note(transfer_.number, journalLineForRemoving);
+}
+
+void JournalEntry::write() {
+    journal_.write();
 }
 
 void JournalEntry::flush() {

@@ -12,6 +12,11 @@
 
 namespace brimwick {
 
+OpenFolder::OpenFolder(FileDescriptor descriptor, std::string path, bool listable) {
+    const FolderMark mark = FolderMark::of(descriptor.get());
+    opened_ = std::make_shared<const Opened>(Opened{std::move(descriptor), std::move(path), mark, listable});
+}
+
 tl::expected<OpenFolder, FileError> OpenFolder::open(const std::string& path) {
     FileDescriptor listable(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (listable) return OpenFolder(std::move(listable), path, true);
@@ -24,7 +29,7 @@ tl::expected<OpenFolder, FileError> OpenFolder::open(const std::string& path) {
 }
 
 std::error_code OpenFolder::sync() const {
-    if (listable_) return syncDescriptor(descriptor());
+    if (opened_->listable) return syncDescriptor(descriptor());
     // A folder that cannot be read cannot be flushed alone; everything is, then.
     ::sync();
     return {};
@@ -32,7 +37,7 @@ std::error_code OpenFolder::sync() const {
 
 std::error_code OpenFolder::syncFileSystem() const {
     // One that cannot be read stands for no file system.
-    if (listable_ && syncfs(descriptor()) != 0) return lastSystemError();
+    if (opened_->listable && syncfs(descriptor()) != 0) return lastSystemError();
     // A file system in user space is told of single folders only; without a listable one everything is
     // flushed.
     return sync();

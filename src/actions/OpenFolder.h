@@ -1,6 +1,7 @@
 #pragma once
 
 #include "actions/FileError.h"
+#include "actions/FolderMark.h"
 #include "model/PathText.h"
 #include "platform/ports/FileDescriptor.h"
 
@@ -13,15 +14,16 @@
 namespace brimwick {
 
 /// A folder held open, so that whatever is renamed around it, the work goes on in this very folder. Copies
-/// share the descriptor.
+/// share it.
 class OpenFolder {
   public:
     /// Follows symbolic links. A folder that may be written but not listed can be opened too.
     static tl::expected<OpenFolder, FileError> open(const std::string& path);
 
-    int descriptor() const { return descriptor_->get(); }
-    const std::string& path() const { return path_; }
-    std::string pathOf(const std::string& name) const { return joinPath(path_, name); }
+    int descriptor() const { return opened_->descriptor.get(); }
+    const std::string& path() const { return opened_->path; }
+    const FolderMark& mark() const { return opened_->mark; }
+    std::string pathOf(const std::string& name) const { return joinPath(path(), name); }
     /// Makes the names in the folder durable. Succeeds where the file system has no such notion.
     [[nodiscard]] std::error_code sync() const;
     /// Makes everything in the file system of the folder durable, the folder's names too.
@@ -30,13 +32,15 @@ class OpenFolder {
     tl::expected<bool, std::error_code> isAtOrBelow(dev_t device, ino_t inode) const;
 
   private:
-    OpenFolder(FileDescriptor descriptor, std::string path, bool listable)
-        : descriptor_(std::make_shared<const FileDescriptor>(std::move(descriptor))), path_(std::move(path)),
-          listable_(listable) {}
+    struct Opened {
+        FileDescriptor descriptor;
+        std::string path;
+        FolderMark mark;
+        bool listable;
+    };
+    OpenFolder(FileDescriptor descriptor, std::string path, bool listable);
 
-    std::shared_ptr<const FileDescriptor> descriptor_;
-    std::string path_;
-    bool listable_;
+    std::shared_ptr<const Opened> opened_;
 };
 
 /// A name in an open folder, taken or not.

@@ -7,16 +7,28 @@
 
 namespace brimwick {
 
+namespace {
+
+/// What happens to the path of a folder within such a time might as well have happened after it was opened.
+constexpr std::chrono::milliseconds aMoment{5};
+
+} // namespace
+
 tl::expected<OpenFolder, FileError> OpenFolders::open(const std::string& path) {
+    const auto now = Clock::now();
     struct stat status {};
-    if (const auto known = folders_.find(path); known != folders_.end() && stat(path.c_str(), &status) == 0 &&
-                                                status.st_dev == known->second.device &&
-                                                status.st_ino == known->second.inode)
-        return known->second.folder;
+    if (const auto known = folders_.find(path); known != folders_.end()) {
+        if (now - known->second.seen < aMoment) return known->second.folder;
+        known->second.seen = now;
+        if (stat(path.c_str(), &status) == 0 && status.st_dev == known->second.device &&
+            status.st_ino == known->second.inode)
+            return known->second.folder;
+    }
     auto opened = OpenFolder::open(path);
+    if (!opened) folders_.erase(path);
     if (!opened || fstat(opened->descriptor(), &status) != 0) return opened;
     if (folders_.size() >= mostHeldOpen) folders_.clear();
-    folders_.insert_or_assign(path, Known{*opened, status.st_dev, status.st_ino});
+    folders_.insert_or_assign(path, Known{*opened, status.st_dev, status.st_ino, now});
     return opened;
 }
 

@@ -4,6 +4,7 @@
 
 #include <tl/expected.hpp>
 
+#include <chrono>
 #include <map>
 #include <string>
 #include <utility>
@@ -15,15 +16,18 @@ namespace brimwick {
 /// changed that may not be durable yet. One thread at a time.
 class OpenFolders {
   public:
-    /// That of an earlier call for the same path, if the path still leads to it.
+    /// That of an earlier call for the same path, if the path led to it a moment ago.
     tl::expected<OpenFolder, FileError> open(const std::string& path);
     tl::expected<ItemPlace, FileError> openPlace(const std::string& path);
+    /// The next call for each path sees where it leads then.
+    void lookAnew() { folders_.clear(); }
 
     /// Items of the one folder cannot be renamed into the other one.
     void noteCrossing(const std::string& from, const std::string& to) { crossing_ = {from, to}; }
+    bool isAnyKnownToCross() const { return !crossing_.first.empty(); }
     /// Whether that was noted last.
     bool isKnownToCross(const std::string& from, const std::string& to) const {
-        return crossing_ == std::pair(from, to);
+        return crossing_.first == from && crossing_.second == to;
     }
 
     void noteChange(const OpenFolder& folder);
@@ -35,10 +39,13 @@ class OpenFolders {
   private:
     static constexpr std::size_t mostHeldOpen = 16;
 
+    using Clock = std::chrono::steady_clock;
+
     struct Known {
         OpenFolder folder;
         dev_t device;
         ino_t inode;
+        Clock::time_point seen;
     };
     std::map<std::string, Known> folders_;
     std::vector<OpenFolder> changed_;

@@ -233,6 +233,7 @@ std::vector<std::string> recoverInterrupted(FileJournal& journal, const std::sto
         if (outcome.atItsEnd) journal.end(transfer.number);
         if (!outcome.line.empty()) lines.push_back(outcome.line);
     }
+    journal.write();
     return lines;
 }
 

@@ -50,8 +50,10 @@ class Verifier : public TreeVisitor {
     std::error_code expect(const std::string& name, std::size_t depth, const struct stat& status) {
         if (next_ == log_.size()) return changed();
         const CopiedEntry& entry = log_[next_++];
-        const bool same = entry.name == name && entry.depth == depth && entry.stamp == EntryStamp(status);
-        return same ? std::error_code() : changed();
+        const EntryStamp now(status);
+        // The item itself has just been renamed.
+        const bool same = depth == 0 ? now.isSame(entry.stamp) : now.isUnchanged(entry.stamp);
+        return same && entry.name == name && entry.depth == depth ? std::error_code() : changed();
     }
 
     const CopyLog& log_;
@@ -62,7 +64,7 @@ class Verifier : public TreeVisitor {
 std::error_code verify(int folder, const std::string& name, const CopyLog& log) {
     struct stat status {};
     if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return lastSystemError();
-    if (log.front().stamp != EntryStamp(status)) return changed();
+    if (!EntryStamp(status).isSame(log.front().stamp)) return changed();
     if (S_ISREG(status.st_mode)) return checkNobodyWrites(folder, name);
     if (!S_ISDIR(status.st_mode)) return {};
     FileDescriptor root = openFolderIn(folder, name);
@@ -74,13 +76,10 @@ std::error_code verify(int folder, const std::string& name, const CopyLog& log) 
 
 } // namespace
 
-std::error_code checkRemovable(const ItemPlace& source) {
-    const int folder = source.folder.descriptor();
-    if (faccessat(folder, ".", W_OK | X_OK, AT_EACCESS) != 0) return lastSystemError();
+std::error_code checkRemovable(const OpenFolder& folder, const struct stat& item) {
+    if (faccessat(folder.descriptor(), ".", W_OK | X_OK, AT_EACCESS) != 0) return lastSystemError();
     struct stat around {};
-    struct stat item {};
-    if (fstat(folder, &around) != 0) return lastSystemError();
-    if (fstatat(folder, source.name.c_str(), &item, AT_SYMLINK_NOFOLLOW) != 0) return lastSystemError();
+    if (fstat(folder.descriptor(), &around) != 0) return lastSystemError();
     const uid_t user = geteuid();
     const bool othersMay = (around.st_mode & S_ISVTX) == 0 || user == 0;
     if (!othersMay && around.st_uid != user && item.st_uid != user)
@@ -95,7 +94,10 @@ tl::expected<void, RemovalError> removeClaimed(const ItemPlace& source, const st
     std::error_code error = verify(folder, claimed, log);
     if (!error && lastCheck) error = lastCheck();
     if (error) return tl::unexpected(RemovalError{error, false});
-    notes.removing();
+    if (log.front().stamp.isFolder()) {
+        notes.removing();
+        notes.write();
+    }
     if (auto left = removeLogged(folder, claimed, log)) return tl::unexpected(RemovalError{left, true});
     return {};
 }
@@ -103,14 +105,18 @@ tl::expected<void, RemovalError> removeClaimed(const ItemPlace& source, const st
 tl::expected<void, FileError> claimAndRemove(const ItemPlace& source, const std::string& claimed,
                                              const CopyLog& log, JournalEntry& notes) {
     const int folder = source.folder.descriptor();
+    constexpr const char* kept = "Copied, but kept because it changed or could not be checked,";
+    struct stat status {};
+    if (fstatat(folder, source.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return tl::unexpected(fileError("Copied, but could not remove", source.path(), lastSystemError()));
+    if (!EntryStamp(status).isUnchanged(log.front().stamp))
+        return tl::unexpected(fileError(kept, source.path(), changed()));
     // First under a name that nobody else opens: between looking and removing, no program can write into it.
-    if (auto error = renameWithoutReplacing(folder, source.name, folder, claimed))
+    if (auto error = renameWithoutReplacing(status, folder, source.name, folder, claimed))
         return tl::unexpected(fileError("Copied, but could not remove", source.path(), error));
     const auto removed = removeClaimed(source, claimed, log, notes);
     if (removed) return {};
-    const char* what = removed.error().isPartlyRemoved
-                           ? "Copied, but could not remove all of"
-                           : "Copied, but kept because it changed or could not be checked,";
+    const char* what = removed.error().isPartlyRemoved ? "Copied, but could not remove all of" : kept;
     FileError description = fileError(what, source.path(), removed.error().code);
     if (renameWithoutReplacing(folder, claimed, folder, source.name)) {
         description.description += " (it is now at \"" + source.folder.pathOf(claimed) + "\")";

@@ -10,8 +10,8 @@
 
 namespace brimwick {
 
-/// Whether the user may take names out of the folder of this item at all: asked before a long copy.
-[[nodiscard]] std::error_code checkRemovable(const ItemPlace& source);
+/// Whether the user may take this item out of its folder at all: asked before a long copy.
+[[nodiscard]] std::error_code checkRemovable(const OpenFolder& folder, const struct stat& item);
 
 /// The end of a move between file systems: removes the source, of which a complete, durable copy exists,
 /// provided that it still is what was copied and that no program has one of its files open for writing.

@@ -53,13 +53,18 @@ std::error_code renameWithoutReplacing(int fromFolder, const std::string& fromNa
     return renameWithoutReplacing(item, fromFolder, fromName, toFolder, toName);
 }
 
+std::error_code tryRename(int fromFolder, const std::string& fromName, int toFolder,
+                          const std::string& toName) {
+    const int answer = renameat2(fromFolder, fromName.c_str(), toFolder, toName.c_str(), RENAME_NOREPLACE);
+    return answer == 0 ? std::error_code() : lastSystemError();
+}
+
 std::error_code renameWithoutReplacing(const struct stat& item, int fromFolder, const std::string& fromName,
                                        int toFolder, const std::string& toName) {
     const char* from = fromName.c_str();
     const char* to = toName.c_str();
-    if (renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE) == 0) return {};
-    const std::error_code reason = lastSystemError();
-    if (reason == std::errc::file_exists || reason == std::errc::cross_device_link) return reason;
+    const std::error_code reason = tryRename(fromFolder, fromName, toFolder, toName);
+    if (!reason || reason == std::errc::file_exists || reason == std::errc::cross_device_link) return reason;
     if (reason == std::errc::invalid_argument || reason == std::errc::function_not_supported) {
         if (S_ISDIR(item.st_mode)) return renameFolderOntoEmptyOne(fromFolder, from, toFolder, to);
         const std::error_code linked = linkThenUnlink(item, fromFolder, from, toFolder, to);

@@ -20,4 +20,9 @@ namespace brimwick {
                                                      const std::string& fromName, int toFolder,
                                                      const std::string& toName);
 
+/// One call of the kernel, and its answer as it is: it may know no such rename, or its answer may have been
+/// lost.
+[[nodiscard]] std::error_code tryRename(int fromFolder, const std::string& fromName, int toFolder,
+                                        const std::string& toName);
+
 } // namespace brimwick

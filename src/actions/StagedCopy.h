@@ -16,15 +16,18 @@ namespace brimwick {
 /// disappears when it does not get one. The target folder and the notes must outlive it.
 class StagedCopy {
   public:
-    /// Copies a file, a symbolic link or a whole folder under this name, which must be noted already. Files
-    /// are flushed as asked, folders as flushFor() says. Fails without a trace.
-    static tl::expected<StagedCopy, FileError> make(const ItemPlace& source, const OpenFolder& target,
-                                                    std::string name, Flush flush, JournalEntry& notes,
-                                                    TransferProgress& progress);
+    /// Copies a file, a symbolic link or a whole folder, whose status was read lately, under this name, which
+    /// must be noted already. Files are flushed as asked, folders as flushFor() says. Fails without a trace.
+    static tl::expected<StagedCopy, FileError> make(const ItemPlace& source, const struct stat& status,
+                                                    const OpenFolder& target, std::string name, Flush flush,
+                                                    JournalEntry& notes, TransferProgress& progress);
     StagedCopy(StagedCopy&& other) noexcept;
     StagedCopy& operator=(StagedCopy&&) = delete;
     ~StagedCopy();
 
+    /// Notes the name that the copy shall get first. Called once, before the first rename(), with the journal
+    /// written in between.
+    [[nodiscard]] std::error_code announce(const std::string& name);
     /// Gives the copy its final name; `file_exists` when the name is taken, and another one can be tried.
     [[nodiscard]] std::error_code rename(const std::string& name);
     /// Removes the copy, if it has not got its name.
@@ -39,6 +42,8 @@ class StagedCopy {
     std::string name_; ///< empty when nothing is left to discard
     JournalEntry& notes_;
     CopyLog log_;
+    struct stat status_ {}; ///< once it is known
+    std::string announced_;
 };
 
 } // namespace brimwick

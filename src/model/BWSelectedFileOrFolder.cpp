@@ -34,9 +34,9 @@ BWSelectedFileOrFolder::BWSelectedFileOrFolder()
     : name_(std::string()), trashIcon_(Icon{Icon::Source::Resource, "TrashIcon"}),
       fullTrashIcon_(Icon{Icon::Source::Resource, "FullTrashIcon"}) {}
 
-BWSelectedFileOrFolder BWSelectedFileOrFolder::entry(std::string path, std::optional<std::string> url) {
+BWSelectedFileOrFolder BWSelectedFileOrFolder::entry(std::string path, std::optional<std::string> url,
+                                                     std::optional<std::string> name) {
     BWSelectedFileOrFolder entry;
-    std::optional<std::string> name = nameOnDisk(path);
     entry.setPath(std::move(path));
     entry.setUrl(std::move(url));
     // The icon goes in before the name, so that the Trash, too, takes it.
@@ -46,12 +46,20 @@ BWSelectedFileOrFolder BWSelectedFileOrFolder::entry(std::string path, std::opti
 }
 
 BWSelectedFileOrFolder BWSelectedFileOrFolder::fileOrFolderWithURL(const std::string& url) {
-    return entry(pathOfFileUrl(url).value_or(std::string()), url);
+    std::string path = pathOfFileUrl(url).value_or(std::string());
+    std::optional<std::string> name = nameOnDisk(path);
+    return entry(std::move(path), url, std::move(name));
 }
 
 BWSelectedFileOrFolder BWSelectedFileOrFolder::fileOrFolderWithPath(const std::string& path) {
-    if (!path.starts_with('/')) return entry(path, std::nullopt);
-    return entry(std::string(withoutTrailingSlashes(path)), fileUrlWithPath(path, true));
+    if (!path.starts_with('/')) return entry(path, std::nullopt, std::nullopt);
+    std::string normal(withoutTrailingSlashes(path));
+    std::optional<std::string> name = nameOnDisk(normal);
+    return entry(std::move(normal), fileUrlWithPath(path, true), std::move(name));
+}
+
+BWSelectedFileOrFolder BWSelectedFileOrFolder::fileOrFolderJustPutAtPath(const std::string& path) {
+    return entry(path, fileUrlWithPath(path, true), lastPathComponent(path));
 }
 
 BWSelectedFileOrFolder BWSelectedFileOrFolder::clone() const {

@@ -24,6 +24,9 @@ class BWSelectedFileOrFolder {
     /// absolute is kept as it stands, without a URL and a name.
     static BWSelectedFileOrFolder fileOrFolderWithPath(const std::string& path);
 
+    /// The same for an absolute path at which something was just put; its name is not looked up.
+    static BWSelectedFileOrFolder fileOrFolderJustPutAtPath(const std::string& path);
+
     /// A fresh entry of the same path, its name looked up again.
     BWSelectedFileOrFolder clone() const;
     BWSelectedFileOrFolder parentFolder() const;
@@ -58,7 +61,8 @@ class BWSelectedFileOrFolder {
     bool isTrashFolder() const;
 
   private:
-    static BWSelectedFileOrFolder entry(std::string path, std::optional<std::string> url);
+    static BWSelectedFileOrFolder entry(std::string path, std::optional<std::string> url,
+                                        std::optional<std::string> name);
     const std::optional<Icon>& currentTrashIcon() const;
 
     std::optional<std::string> name_;

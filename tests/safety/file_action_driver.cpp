@@ -124,6 +124,8 @@ bool fulfil(const Request& request) {
 
 int main(int count, char** words) {
     try {
+        // What it says must not be what it takes its time for.
+        std::setvbuf(stderr, nullptr, _IOFBF, BUFSIZ);
         const auto request = brimwick::parse(count, words);
         if (!request) {
             std::fputs(

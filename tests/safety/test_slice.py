@@ -7,7 +7,7 @@ from pathlib import Path
 
 import pytest
 
-from kills import kill
+from kills import SHAPES, kill
 from power import sweep_power
 from recoveries import KILLS, sweep_recovery
 from scenarios import SCENARIOS
@@ -69,8 +69,9 @@ def test_a_recovery_with_a_fault_of_its_own_loses_nothing(left):
     check(results)
 
 
-def test_a_tree_lies_whole_at_one_place_after_kills_at_random_moments():
-    wrong, met = kill(RANDOM_KILLS, SEED)
+@pytest.mark.parametrize("shape", SHAPES)
+def test_all_lies_whole_at_one_place_after_kills_at_random_moments(shape):
+    wrong, met = kill(RANDOM_KILLS, shape, SEED)
     assert not wrong, f"seed {SEED}: " + "\n".join(wrong)
     assert any("part" in state or "moved" in state for state in met), f"seed {SEED}: met only {met}"
 

@@ -2,6 +2,9 @@
 #include "actions/JournalLine.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <csignal>
 
 #include "unit/actions/FileFacts.h"
 
@@ -150,10 +153,48 @@ TEST_F(Journal, IsEmptyOnceNothingIsUnderWay) {
     const auto other = journal.begin();
     journal.note(one, journalLineForStaging(someMove()));
     journal.note(other, journalLineForStaging(someMove()));
+    journal.write();
+    EXPECT_THAT(readJournal(content()), SizeIs(2));
     journal.end(one);
+    journal.write();
     EXPECT_THAT(readJournal(content()), SizeIs(1));
     journal.end(other);
     EXPECT_EQ(content(), "");
+}
+
+TEST_F(Journal, WritesItsNotesTogetherWhenToldToAndWhenItGoes) {
+    {
+        FileJournal journal(folder / "journal");
+        begin(journal);
+        EXPECT_EQ(content(), "");
+        journal.write();
+        EXPECT_THAT(readJournal(content()), SizeIs(1));
+        begin(journal);
+        EXPECT_THAT(readJournal(content()), SizeIs(1));
+        journal.flush();
+        EXPECT_THAT(readJournal(content()), SizeIs(2));
+        begin(journal);
+    }
+    EXPECT_THAT(readJournal(content()), SizeIs(3));
+}
+
+TEST_F(Journal, LosesNothingThatWasWrittenWhenTheDiskIsFull) {
+    FileJournal journal(folder / "journal");
+    begin(journal);
+    journal.write();
+    rlimit former{};
+    getrlimit(RLIMIT_FSIZE, &former);
+    const rlimit narrow{content().size() + 10, former.rlim_max};
+    const auto formerHandler = signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &narrow);
+    begin(journal);
+    journal.write();
+    setrlimit(RLIMIT_FSIZE, &former);
+    signal(SIGXFSZ, formerHandler);
+    EXPECT_THAT(readJournal(content()), SizeIs(1));
+    begin(journal);
+    journal.write();
+    EXPECT_THAT(readJournal(content()), SizeIs(2));
 }
 
 TEST_F(Journal, KeepsWhatCannotBePutRightYetThroughLaterTransfers) {

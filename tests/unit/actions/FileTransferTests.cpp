@@ -127,8 +127,12 @@ TEST_F(TrashTest, WhatIsTakenOutIsStruckOff) {
 TEST_F(TrashTest, CopiesIntoTheTrashAreOnRecordAndItemsInItsSubfoldersAreNot) {
     std::filesystem::create_directories(files() + "/sub");
     home.makeFile("a");
-    ASSERT_TRUE(transfer.byCopy({{home / "a", home / ".Trash/a", nullptr, 0}}, false).front());
-    ASSERT_TRUE(transfer.byCopy({{home / "a", files() + "/sub/a", nullptr, 0}}, false).front());
+    for (const std::string& target : {home / ".Trash/a", files() + "/sub/a"}) {
+        const auto batch = transfer.planCopies({{home / "a", target, nullptr, 0}}, false);
+        ASSERT_TRUE(batch);
+        (*batch)->copyAll();
+        ASSERT_TRUE(transfer.finishCopies(**batch, false).front());
+    }
     EXPECT_THAT(namesIn(info()), ElementsAre("a.trashinfo"));
     EXPECT_THAT(namesIn(files()), ElementsAre("a", "sub"));
 }

@@ -409,7 +409,7 @@ TEST_F(RecoveryTest, RemovesNothingWhenTheLastLookAtTheCopyFails) {
         {});
     ASSERT_TRUE(same);
     FileJournal journal;
-    JournalEntry notes(journal, *place, true);
+    JournalEntry notes(journal, *place, 0, true);
     const auto gone = [] { return std::make_error_code(std::errc::no_such_file_or_directory); };
     const auto refused = removeClaimed(*place, hiddenSource, same->item, notes, gone);
     ASSERT_FALSE(refused);

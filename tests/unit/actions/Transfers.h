@@ -1,9 +1,9 @@
 #pragma once
 
+#include "actions/CopyBatch.h"
 #include "actions/FileJournal.h"
 #include "actions/MoveItem.h"
 #include "actions/OpenFolders.h"
-#include "actions/TransferByCopy.h"
 #include "actions/TransferProgress.h"
 
 #include <string>
@@ -26,7 +26,7 @@ inline tl::expected<std::string, FileError> copyItem(const std::string& source,
     FileJournal journal;
     TransferProgress progress;
     OpenFolders folders;
-    return transferByCopy({{source, destination, 0}}, false, {journal, progress, folders}).front();
+    return transferByCopy({source, destination, 0}, false, {journal, progress, folders});
 }
 
 } // namespace brimwick

@@ -1,8 +1,11 @@
-#include "actions/InterruptedTransfer.h"
+#include "actions/FolderMark.h"
 
 #include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
+
+#include <algorithm>
+#include <array>
 
 namespace brimwick {
 
@@ -20,6 +23,13 @@ FolderMark FolderMark::of(int folder) {
     struct stat status {};
     if (fstatfs(folder, &information) != 0 || fstat(folder, &status) != 0) return {};
     return {information.f_type, status.st_ino};
+}
+
+bool FolderMark::isLocal() const {
+    static constexpr std::array<long, 8> known = {EXT4_SUPER_MAGIC,  XFS_SUPER_MAGIC,      BTRFS_SUPER_MAGIC,
+                                                  F2FS_SUPER_MAGIC,  TMPFS_MAGIC,          MSDOS_SUPER_MAGIC,
+                                                  EXFAT_SUPER_MAGIC, OVERLAYFS_SUPER_MAGIC};
+    return std::ranges::find(known, fileSystem) != known.end();
 }
 
 bool FolderMark::fits(int folder) const {

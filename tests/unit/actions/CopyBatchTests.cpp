@@ -1,10 +1,14 @@
+#include "actions/CopyBatch.h"
+#include "actions/CopyFolder.h"
 #include "actions/FileJournal.h"
 #include "actions/OpenFolders.h"
-#include "actions/TransferByCopy.h"
 #include "actions/TransferProgress.h"
 #include "fakes/OrdinaryUser.h"
 
 #include <gmock/gmock.h>
+
+#include <fstream>
+#include <functional>
 
 #include "unit/actions/FileFacts.h"
 
@@ -30,7 +34,7 @@ void giveToOrdinaryUser(const std::string& folder) {
 }
 
 /// Several items at once, from one file system to another.
-class TransferByCopy : public testing::TestWithParam<bool> {
+class CopyBatchTest : public testing::TestWithParam<bool> {
   protected:
     PlannedTransfer plan(const std::string& name) const {
         return {source / name, {target / name, {}, {}, {}}, 0};
@@ -48,9 +52,16 @@ class TransferByCopy : public testing::TestWithParam<bool> {
         }
         return names;
     }
-    auto transfer(const std::vector<PlannedTransfer>& planned, bool move) {
+    auto transfer(
+        const std::vector<PlannedTransfer>& planned, bool move,
+        const std::function<void()>& meanwhile = [] {}) {
         FileJournal journal(home / "journal");
-        auto results = transferByCopy(planned, move, {journal, progress, folders});
+        auto batch = CopyBatch::plan(planned, move, {journal, progress, folders});
+        if (!batch) return CopyBatch::Results{tl::unexpected(batch.error())};
+        (*batch)->copyAll();
+        meanwhile();
+        auto results = (*batch)->finish();
+        batch->reset();
         EXPECT_TRUE(folders.syncChanged());
         // All is at its end.
         EXPECT_EQ(TemporaryFolder::read(home / "journal"), "");
@@ -65,7 +76,7 @@ class TransferByCopy : public testing::TestWithParam<bool> {
 };
 
 /// Few items are flushed one by one, many together.
-class SomeItems : public TransferByCopy {
+class SomeItems : public CopyBatchTest {
   protected:
     Names names = makeFiles(GetParam() ? 30 : 3);
 };
@@ -141,7 +152,7 @@ TEST_P(SomeItems, TakeBackTheCopiesAfterOneWhoseSourceCannotGo) {
     EXPECT_THAT(withdrawn, ElementsAre(names[2]));
 }
 
-TEST_F(TransferByCopy, KeepsACopyThatSomebodyChangedInsteadOfTakingItBack) {
+TEST_F(CopyBatchTest, KeepsACopyThatSomebodyChangedInsteadOfTakingItBack) {
     const Names names = makeFiles(4);
     const FileDescriptor writer(open((source / names[1]).c_str(), O_WRONLY | O_CLOEXEC));
     std::vector<PlannedTransfer> planned = plan(names);
@@ -159,7 +170,7 @@ TEST_F(TransferByCopy, KeepsACopyThatSomebodyChangedInsteadOfTakingItBack) {
     EXPECT_THAT(namesIn(target.path()), ElementsAre(names[0], names[1], names[2]));
 }
 
-TEST_F(TransferByCopy, TakesBackWholeFoldersButNoneThatSomebodyHasOpen) {
+TEST_F(CopyBatchTest, TakesBackWholeFoldersButNoneThatSomebodyHasOpen) {
     for (const char* name : {"a", "b tree", "c tree"}) {
         source.makeFolder(std::string(name) + "/sub");
         source.makeFile(std::string(name) + "/sub/file", name);
@@ -181,7 +192,7 @@ TEST_F(TransferByCopy, TakesBackWholeFoldersButNoneThatSomebodyHasOpen) {
     EXPECT_EQ(TemporaryFolder::read(target / "c tree/sub/file"), "c tree");
 }
 
-TEST_F(TransferByCopy, DropsManyItemsIntoAFolderThatCannotBeListed) {
+TEST_F(CopyBatchTest, DropsManyItemsIntoAFolderThatCannotBeListed) {
     Names names = makeFiles(9);
     source.makeFolder("tree/sub");
     source.makeFile("tree/sub/a", "first");
@@ -199,7 +210,7 @@ TEST_F(TransferByCopy, DropsManyItemsIntoAFolderThatCannotBeListed) {
     EXPECT_THAT(namesIn(source.path()), IsEmpty());
 }
 
-TEST_F(TransferByCopy, NumbersNamesInTheOrderOfTheItems) {
+TEST_F(CopyBatchTest, NumbersNamesInTheOrderOfTheItems) {
     const Names names = makeFiles(10);
     std::vector<PlannedTransfer> planned = plan(names);
     int number = 0;
@@ -214,7 +225,84 @@ TEST_F(TransferByCopy, NumbersNamesInTheOrderOfTheItems) {
         EXPECT_EQ(TemporaryFolder::read(*results[i]), "content of " + names[i]);
 }
 
-TEST_F(TransferByCopy, LeavesNothingWhenItIsCancelled) {
+/// As some programs do that keep the times of what they change.
+void rewrite(const std::string& path, const std::string& content) {
+    const struct stat before = statusOf(path);
+    std::ofstream(path, std::ios::binary) << content;
+    setTimes(path, before.st_atim, before.st_mtim);
+}
+
+TEST_F(CopyBatchTest, KeepsAFileThatWasRewrittenWithItsFormerTimesOnceItWasCopied) {
+    source.makeFile("a", "first");
+    const auto results = transfer(plan(Names{"a"}), isMove, [this] { rewrite(source / "a", "other"); });
+    ASSERT_THAT(results, SizeIs(1));
+    EXPECT_THAT(results[0].error().description, HasSubstr("kept because it changed"));
+    EXPECT_EQ(TemporaryFolder::read(source / "a"), "other");
+}
+
+TEST_F(CopyBatchTest, KeepsAFolderInWhichAFileWasRewrittenOrTaggedOnceItWasCopied) {
+    for (const std::string name : {"one", "two"}) {
+        source.makeFolder(name);
+        source.makeFile(name + "/a", "first");
+        const auto results = transfer(plan(Names{name}), isMove, [&] {
+            if (name == "one")
+                rewrite(source / "one/a", "other");
+            else
+                setMode(source / "two/a", statusOf(source / "two/a").st_mode);
+        });
+        ASSERT_THAT(results, SizeIs(1));
+        EXPECT_THAT(results[0].error().description, HasSubstr("kept because it changed"));
+        EXPECT_THAT(namesIn(source / name), ElementsAre("a"));
+    }
+    EXPECT_EQ(TemporaryFolder::read(source / "one/a"), "other");
+}
+
+/// Each that goes changes the status of the other ones.
+TEST_F(CopyBatchTest, MovesAllNamesOfOneFile) {
+    source.makeFile("a", "text");
+    source.makeFolder("tree");
+    for (const std::string name : {"b", "tree/c", "tree/d"})
+        require(link((source / "a").c_str(), (source / name).c_str()) == 0, "link");
+    const auto results = transfer(plan(Names{"a", "b", "tree"}), isMove);
+    ASSERT_THAT(results, SizeIs(3));
+    EXPECT_TRUE(results[2]) << results[2].error().description;
+    EXPECT_THAT(namesIn(source.path()), IsEmpty());
+}
+
+TEST_F(CopyBatchTest, LeavesNothingWhenItIsCancelledAfterItsCopies) {
+    source.makeFolder("tree");
+    source.makeFile("tree/a", "text");
+    const auto results = transfer(plan(Names{"tree"}), isMove, [this] { progress.cancel(); });
+    ASSERT_THAT(results, SizeIs(1));
+    EXPECT_EQ(results[0].error().code, std::errc::operation_canceled);
+    EXPECT_THAT(namesIn(target.path()), IsEmpty());
+    EXPECT_THAT(namesIn(source.path()), ElementsAre("tree"));
+}
+
+TEST_F(CopyBatchTest, AbandonedLeavesNothing) {
+    const Names names = makeFiles(20);
+    FileJournal journal(home / "journal");
+    const auto batch = CopyBatch::plan(plan(names), isMove, {journal, progress, folders});
+    ASSERT_TRUE(batch);
+    (*batch)->copyAll();
+    EXPECT_THAT(namesIn(target.path()), SizeIs(20));
+    EXPECT_EQ((*batch)->abandon(), "");
+    EXPECT_THAT(namesIn(target.path()), IsEmpty());
+    EXPECT_EQ(namesIn(source.path()), names);
+}
+
+/// The target lies in the source by another way: bound there, say.
+TEST_F(CopyBatchTest, EndsWhenAFolderMeetsItsOwnCopy) {
+    source.makeFolder("tree/deep");
+    source.makeFile("tree/deep/a");
+    const FileDescriptor from(open(source.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor to(open((source / "tree/deep").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const auto copied = copyFolder({from.get(), "tree"}, {to.get(), "copy"}, progress);
+    ASSERT_FALSE(copied);
+    EXPECT_EQ(copied.error().relativePath, "deep/copy");
+}
+
+TEST_F(CopyBatchTest, LeavesNothingWhenItIsCancelled) {
     const Names names = makeFiles(10);
     progress.cancel();
     const auto results = transfer(plan(names), isMove);
