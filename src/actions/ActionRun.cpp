@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <system_error>
 #include <utility>
 
 namespace brimwick {
@@ -18,6 +19,7 @@ namespace {
 constexpr std::chrono::milliseconds longestUntold{250};
 /// So many copies, or such large ones, are made durable together.
 constexpr std::size_t mostCopiedTogether = 1000;
+constexpr int batchesWithoutRest = 8;
 constexpr std::int64_t bytesCopiedTogether = std::int64_t{64} << 20U;
 
 bool lieOnOneFileSystem(const std::string& folder, const std::string& otherFolder) {
@@ -25,6 +27,16 @@ bool lieOnOneFileSystem(const std::string& folder, const std::string& otherFolde
     struct stat other {};
     return stat(folder.c_str(), &one) == 0 && stat(otherFolder.c_str(), &other) == 0 &&
            one.st_dev == other.st_dev;
+}
+
+/// Without another thread the work is done when it is waited for.
+template<typename Work>
+std::future<void> startedIfPossible(std::launch policy, Work work) {
+    try {
+        return std::async(policy, work);
+    } catch (const std::system_error&) {
+        return std::async(std::launch::deferred, work);
+    }
 }
 
 } // namespace
@@ -35,16 +47,31 @@ ActionRun::ActionRun(FileOperation operation, std::vector<File> files, std::stri
       realHomeDirectory_(realHomeDirectory), transfer_(realHomeDirectory, {journal, progress_, folders_}) {}
 
 void ActionRun::perform() {
+    // Here and not in the destructor, which may be called by a thread that must not wait.
+    struct Abandoning {
+        ~Abandoning() { run.abandonCopies(); }
+        ActionRun& run;
+    };
+    const Abandoning whateverIsLeft{*this};
+    performAll();
+}
+
+void ActionRun::performAll() {
     countBytes();
     durable_ = Clock::now();
     for (std::size_t i = 0; i < files_.size(); ++i) {
         const File& file = files_[i];
-        const bool joins = goesByCopy(file) && canJoinCopies(file);
+        const bool isCopied = goesByCopy(file);
         // Before it is asked for: what is copied may be taken away.
-        if (!joins && !finishCopies()) return;
-        if (joins && enoughCopiesWait(i) && !startCopies(std::launch::async)) return;
+        if (!isCopied || !canJoinCopies(file)) {
+            if (!finishCopies()) return;
+        } else if (enoughCopiesWait(i)) {
+            // The journal is empty again only when nothing is under way.
+            const bool restsAfterwards = ++batches_ % batchesWithoutRest == 0;
+            if (!(restsAfterwards ? finishCopies() : startCopies(std::launch::async))) return;
+        }
         if (!isReadable(file)) continue;
-        if (goesByCopy(file)) {
+        if (isCopied) {
             waiting_.push_back(i);
             bytesOfWaiting_ += sizes_[i];
             pathsOfCopies_.insert(file.path);
@@ -70,13 +97,15 @@ bool ActionRun::enoughCopiesWait(std::size_t next) const {
 
 bool ActionRun::isReadable(const File& file) {
     const auto place = folders_.openPlace(file.path);
-    return place && faccessat(place->folder.descriptor(), place->name.c_str(), R_OK, AT_EACCESS) == 0;
+    // Why a folder cannot be opened is told by whoever works in it.
+    if (!place) return faccessat(AT_FDCWD, file.path.c_str(), R_OK, AT_EACCESS) == 0;
+    return faccessat(place->folder.descriptor(), place->name.c_str(), R_OK, AT_EACCESS) == 0;
 }
 
 bool ActionRun::goesByCopy(const File& file) const {
     return operation_ == FileOperation::Copy ||
            (operation_ == FileOperation::Move && folders_.isAnyKnownToCross() &&
-            folders_.isKnownToCross(parentPath(file.path), parentPath(folder_ + "/" + file.name)));
+            folders_.isKnownToCross(parentPath(file.path), parentPath(destinationOf(file))));
 }
 
 /// Has those that wait copied, and finishes those before them meanwhile. False when these ended with a
@@ -95,7 +124,7 @@ bool ActionRun::startCopies(std::launch policy) {
     if (batch) {
         CopyBatch& next = **batch;
         underWay_.emplace(CopiesUnderWay{std::exchange(waiting_, {}), std::move(*batch),
-                                         std::async(policy, [&next] { next.copyAll(); })});
+                                         startedIfPossible(policy, [&next] { next.copyAll(); })});
     }
     bytesOfWaiting_ = 0;
     if (before && !finish(std::move(*before))) return false;
@@ -114,16 +143,21 @@ bool ActionRun::finishCopies() {
 
 bool ActionRun::finish(CopiesUnderWay copies) {
     copies.copied.get();
-    auto paths = transfer_.finishCopies(*copies.batch, operation_ == FileOperation::Move);
+    auto paths = transfer_.finishCopies(*copies.batch);
     const bool failed = !paths.back();
-    if (failed && underWay_) {
-        progress_.cancel();
-        underWay_->copied.wait();
-        paths.back().error().description += underWay_->batch->abandon();
-    }
     for (std::size_t i = 0; i < paths.size(); ++i)
         handled_.push_back({files_[copies.numbers[i]].name, std::move(paths[i])});
     return makeDurable() && !failed;
+}
+
+/// Those under way, after a failure. What is left behind of them, for its text.
+std::string ActionRun::abandonCopies() {
+    if (!underWay_) return "";
+    progress_.cancel();
+    underWay_->copied.wait();
+    std::string left = underWay_->batch->abandon();
+    underWay_.reset();
+    return left;
 }
 
 /// Notes what was handled, and tells it if it is time. False when it failed.
@@ -137,9 +171,12 @@ bool ActionRun::finish(Report report) {
 /// Nothing is told before it is: of many files at once, since the disk takes its time each time.
 bool ActionRun::makeDurable() {
     const auto synced = folders_.syncChanged();
-    // What failed was the last one, and it has its own reason.
-    const bool failed = !handled_.empty() && !handled_.back().path;
-    if (!synced && !failed && !handled_.empty()) handled_.back().path = tl::unexpected(synced.error());
+    if (!handled_.empty()) {
+        auto& last = handled_.back().path;
+        // What failed was the last one, and it may have its own reason.
+        if (!synced && last) last = tl::unexpected(synced.error());
+        if (!last) last.error().description += abandonCopies();
+    }
     const std::lock_guard lock(mutex_);
     reports_.insert(reports_.end(), handled_.begin(), handled_.end());
     handled_.clear();
@@ -166,9 +203,13 @@ void ActionRun::countBytes() {
     progress_.setTotalBytes(bytes);
 }
 
+std::string ActionRun::destinationOf(const File& file) const {
+    return folder_ + "/" + file.name;
+}
+
+/// Refers to the file.
 FileTransfer::Item ActionRun::itemOf(const File& file) const {
-    std::string path = folder_ + "/" + file.name;
-    return {file.path, std::move(path), [this, &file] { return uniquePath(folder_ + "/" + file.name); }, 0};
+    return {file.path, destinationOf(file), [this, &file] { return uniquePath(destinationOf(file)); }, 0};
 }
 
 tl::expected<std::string, FileError> ActionRun::handle(const File& file) const {

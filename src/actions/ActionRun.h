@@ -60,6 +60,7 @@ class ActionRun {
         std::future<void> copied; ///< is waited for when it goes
     };
 
+    void performAll();
     void countBytes();
     bool isReadable(const File& file);
     bool goesByCopy(const File& file) const;
@@ -68,6 +69,8 @@ class ActionRun {
     bool startCopies(std::launch policy);
     bool finishCopies();
     bool finish(CopiesUnderWay copies);
+    std::string abandonCopies();
+    std::string destinationOf(const File& file) const;
     FileTransfer::Item itemOf(const File& file) const;
     tl::expected<std::string, FileError> handle(const File& file) const;
     bool finish(Report report);
@@ -86,6 +89,7 @@ class ActionRun {
     std::vector<std::size_t> waiting_;
     std::int64_t bytesOfWaiting_ = 0;
     std::optional<CopiesUnderWay> underWay_;
+    int batches_ = 0; ///< that were full
     /// Of those that wait or are under way.
     std::unordered_set<std::string> pathsOfCopies_;
     std::string folderOfCopies_;

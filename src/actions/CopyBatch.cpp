@@ -11,6 +11,8 @@
 #include "actions/StagedCopy.h"
 #include "actions/TransferProgress.h"
 
+#include <fcntl.h>
+
 #include <memory>
 #include <optional>
 
@@ -27,13 +29,12 @@ constexpr std::size_t manyItems = 8;
 struct CopyBatch::Item {
     Item(ItemPlace place, const struct stat& status, const PlannedTransfer& plan, bool isMove,
          FileJournal& journal)
-        : source(std::move(place)), status(status), destination(plan.destination), size(plan.size),
+        : source(std::move(place)), status(status), plan(plan),
           notes(journal, source, status.st_ino, isMove) {}
 
     ItemPlace source;
     struct stat status;
-    const Destination& destination;
-    std::int64_t size;
+    const PlannedTransfer& plan;
     JournalEntry notes;
     std::string hiddenName = brimwick::hiddenName("part");
     std::optional<StagedCopy> staged;
@@ -68,12 +69,16 @@ CopyBatch::Results CopyBatch::finish() {
 
     Results results;
     for (const auto& item : items_) results.emplace_back(item->path);
-    if (failure_) results.push_back(tl::unexpected(std::move(*failure_)));
+    if (failure_) {
+        failure_->description += leftBehind_;
+        results.push_back(tl::unexpected(std::move(*failure_)));
+    }
     return results;
 }
 
 std::string CopyBatch::abandon() {
-    return discardFrom(0);
+    discardFrom(0);
+    return leftBehind_;
 }
 
 void CopyBatch::announceAll() {
@@ -92,8 +97,7 @@ tl::expected<void, FileError> CopyBatch::announce(const PlannedTransfer& plan) {
     const auto status = statusUnlessInsideItself(verb_, *source, target_);
     if (!status) return tl::unexpected(status.error());
     if (isMove_) {
-        if (auto error = checkRemovable(source->folder, *status))
-            return tl::unexpected(failed(plan.source, plan.destination, error));
+        if (auto error = checkRemovable(source->folder, *status)) return tl::unexpected(failed(plan, error));
     }
     items_.push_back(std::make_unique<Item>(std::move(*source), *status, plan, isMove_, context_.journal));
     items_.back()->notes.staging(target_, items_.back()->hiddenName);
@@ -112,34 +116,38 @@ void CopyBatch::copyAll() {
 tl::expected<void, FileError> CopyBatch::copy(Item& item, bool flushedTogether) {
     const Flush flush = flushedTogether ? flushFor(target_.mark()) : Flush::AtOnce;
     needsFlush_ = needsFlush_ || flush == Flush::StartedOnly;
-    if (auto fits = checkFreeSpace(item.source, target_, item.size, context_.progress); !fits) return fits;
+    if (auto fits = checkFreeSpace(item.source, target_, item.plan.size, context_.progress); !fits)
+        return fits;
     auto staged = StagedCopy::make(item.source, item.status, target_, item.hiddenName, flush, item.notes,
                                    context_.progress);
-    if (!staged) return tl::unexpected(std::move(staged.error()));
+    if (!staged) {
+        noteIfLeftBehind(item);
+        return tl::unexpected(std::move(staged.error()));
+    }
     item.staged.emplace(std::move(*staged));
     return {};
 }
 
 void CopyBatch::makeCopiesDurable() {
     if (items_.empty() || !needsFlush_) return;
-    if (auto error = target_.syncFileSystem()) failAt(0, failed(*items_.front(), error));
-    // It may have taken long.
+    if (auto error = target_.syncFileSystem()) failAt(0, failed(items_.front()->plan, error));
+    // It may have taken long, and all that is flushed together is in work.
     if (auto error = context_.progress.checkCancelled(); error && !items_.empty())
-        failAt(0, failed(*items_.front(), error));
+        failAt(0, failed(items_.front()->plan, error));
 }
 
 void CopyBatch::nameAll() {
     for (std::size_t i = 0; i < items_.size(); ++i) {
         Item& item = *items_[i];
-        if (auto error = item.staged->announce(lastPathComponent(item.destination.path)))
-            failAt(i, failed(item, error));
+        if (auto error = item.staged->announce(lastPathComponent(item.plan.destination.path)))
+            failAt(i, failed(item.plan, error));
     }
     context_.journal.write();
     for (std::size_t i = 0; i < items_.size(); ++i) {
         Item& item = *items_[i];
-        auto path = takeFreeName(item.destination,
+        auto path = takeFreeName(item.plan.destination,
                                  [&item](const std::string& name) { return item.staged->rename(name); });
-        if (!path) return failAt(i, failed(item, path.error()));
+        if (!path) return failAt(i, failed(item.plan, path.error()));
         item.path = std::move(*path);
     }
 }
@@ -169,28 +177,26 @@ void CopyBatch::removeSources() {
     }
 }
 
-FileError CopyBatch::failed(const std::string& source, const Destination& destination,
-                            std::error_code reason) const {
-    return fileError("Could not " + verb_, source, destination.path, reason);
-}
-
-FileError CopyBatch::failed(const Item& item, std::error_code reason) const {
-    return failed(item.source.path(), item.destination, reason);
+FileError CopyBatch::failed(const PlannedTransfer& plan, std::error_code reason) const {
+    return fileError("Could not " + verb_, plan.source, plan.destination.path, reason);
 }
 
 /// That item and those after it lose their hidden copies.
 void CopyBatch::failAt(std::size_t index, FileError error) {
-    error.description += discardFrom(index);
+    discardFrom(index);
     failure_ = std::move(error);
 }
 
-std::string CopyBatch::discardFrom(std::size_t index) {
-    std::string left;
+void CopyBatch::discardFrom(std::size_t index) {
     for (std::size_t i = index; i < items_.size(); ++i)
-        if (items_[i]->staged && items_[i]->staged->discard())
-            left += " (left behind: \"" + target_.pathOf(items_[i]->hiddenName) + "\")";
+        if (items_[i]->staged && items_[i]->staged->discard()) noteIfLeftBehind(*items_[i]);
     items_.resize(index);
-    return left;
+}
+
+void CopyBatch::noteIfLeftBehind(const Item& item) {
+    struct stat status {};
+    if (fstatat(target_.descriptor(), item.hiddenName.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0)
+        leftBehind_ += " (left behind: \"" + target_.pathOf(item.hiddenName) + "\")";
 }
 
 /// The same when those after it have copies with names already.
@@ -216,7 +222,7 @@ bool CopyBatch::takeBack(Item& item) const {
     const auto removed = same ? removeClaimed(copy, hidden, same->item, item.notes, originalIsThere)
                               : tl::unexpected(RemovalError{same.error().code, false});
     if (removed) {
-        if (item.destination.withdraw) item.destination.withdraw(name);
+        if (item.plan.destination.withdraw) item.plan.destination.withdraw(name);
         return true;
     }
     // What is left of it is no copy to be shown; the next start has another try.

@@ -27,8 +27,8 @@ struct PlannedTransfer {
 /// makes it try the next one. Every item is copied under a hidden name first; all copies are made durable at
 /// once and get their names in order; then the sources go, each if it still is what was copied.
 ///
-/// One thread at a time; copyAll() may work while another batch finishes. Whatever has no name of its own in
-/// the end disappears with the batch.
+/// One thread at a time; copyAll() may work while other batches are planned and finished. Whatever has no
+/// name of its own in the end disappears with the batch.
 class CopyBatch {
   public:
     using Results = std::vector<tl::expected<std::string, FileError>>;
@@ -53,6 +53,7 @@ class CopyBatch {
     std::string abandon();
 
     const std::vector<PlannedTransfer>& planned() const { return planned_; }
+    bool isMove() const { return isMove_; }
 
   private:
     struct Item;
@@ -68,9 +69,9 @@ class CopyBatch {
     bool takeBack(Item& item) const;
     void failAt(std::size_t index, FileError error);
     void failAfterNaming(std::size_t index, FileError error);
-    std::string discardFrom(std::size_t index);
-    FileError failed(const std::string& source, const Destination& destination, std::error_code reason) const;
-    FileError failed(const Item& item, std::error_code reason) const;
+    void discardFrom(std::size_t index);
+    void noteIfLeftBehind(const Item& item);
+    FileError failed(const PlannedTransfer& plan, std::error_code reason) const;
 
     OpenFolder target_;
     std::vector<PlannedTransfer> planned_;
@@ -80,6 +81,7 @@ class CopyBatch {
     std::vector<std::unique_ptr<Item>> items_;
     bool needsFlush_ = false;
     std::optional<FileError> failure_;
+    std::string leftBehind_; ///< for the text of an error
 };
 
 /// A batch of its own for one item.

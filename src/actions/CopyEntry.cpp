@@ -2,6 +2,7 @@
 
 #include "actions/CopyFileData.h"
 #include "actions/CopyMetadata.h"
+#include "actions/EntryStamp.h"
 #include "actions/OpenFolder.h"
 #include "actions/SystemError.h"
 #include "platform/ports/FileDescriptor.h"
@@ -13,15 +14,6 @@ namespace brimwick {
 namespace {
 
 constexpr off_t worthStarting = off_t{4} << 20U;
-
-bool sameMoment(const timespec& one, const timespec& other) {
-    return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
-}
-
-bool untouched(const struct stat& before, const struct stat& after) {
-    return before.st_size == after.st_size && sameMoment(before.st_mtim, after.st_mtim) &&
-           sameMoment(before.st_ctim, after.st_ctim);
-}
 
 std::error_code flushFile(int descriptor, off_t size, Flush flush) {
     if (flush == Flush::AtOnce) return syncDescriptor(descriptor);
@@ -50,7 +42,8 @@ std::error_code copyRegularFile(const NameInFolder& from, const NameInFolder& to
 
     struct stat after {};
     if (fstat(in.get(), &after) != 0) return lastSystemError();
-    if (!untouched(read, after)) return std::make_error_code(std::errc::device_or_resource_busy);
+    if (!EntryStamp(after).isUnchanged(EntryStamp(read)))
+        return std::make_error_code(std::errc::device_or_resource_busy);
 
     if (auto error = flushFile(out.get(), read.st_size, flush)) return error;
     return out.close() ? std::error_code() : lastSystemError();

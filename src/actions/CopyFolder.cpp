@@ -19,9 +19,10 @@ namespace {
 
 class FolderCopier : public TreeVisitor {
   public:
-    FolderCopier(FileDescriptor root, const struct stat& stagedStatus, TransferProgress& progress)
+    FolderCopier(FileDescriptor root, const struct stat& stagedStatus, Flush flush,
+                 TransferProgress& progress)
         : root_(fcntl(root.get(), F_DUPFD_CLOEXEC, 0)), staged_(std::move(root)), stagedStatus_(stagedStatus),
-          flush_(flushFor(FolderMark::of(root_.get()))), progress_(progress) {}
+          flush_(flush), progress_(progress) {}
 
     std::error_code visitEntry(int parent, const std::string& name, const struct stat& status) override {
         if (auto error = progress_.checkCancelled()) return error;
@@ -116,7 +117,7 @@ class FolderCopier : public TreeVisitor {
 
 } // namespace
 
-tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to,
+tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to, Flush flush,
                                                 TransferProgress& progress) {
     const auto failed = [] { return tl::unexpected(TreeWalkError{lastSystemError(), ""}); };
     FileDescriptor source = openFolderIn(from.folder, from.name);
@@ -127,7 +128,7 @@ tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const 
 
     struct stat stagedStatus {};
     if (fstat(staged.get(), &stagedStatus) != 0) return failed();
-    FolderCopier copier(std::move(staged), stagedStatus, progress);
+    FolderCopier copier(std::move(staged), stagedStatus, flush, progress);
     if (auto walked = walkTree(std::move(source), copier); !walked) return tl::unexpected(walked.error());
     return copier.takeLog();
 }

@@ -14,10 +14,11 @@ namespace brimwick {
 /// file system in user space is not told of that, and one on another machine may not tell what went wrong.
 Flush flushFor(const FolderMark& folder);
 
-/// Copies a whole folder under a name that must be free and flushes it as flushFor() says. Hard links among
-/// its files stay hard links. `operation_not_supported` for a pipe, socket or device in it,
-/// `operation_canceled` when somebody ended it. A failed copy is left as it is, for the caller to remove.
-tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to,
+/// Copies a whole folder under a name that must be free. Hard links among its files stay hard links.
+/// `operation_not_supported` for a pipe, socket or device in it, `invalid_argument` when the copy itself lies
+/// in it, `operation_canceled` when somebody ended it. A failed copy is left as it is, for the caller to
+/// remove.
+tl::expected<CopyLog, TreeWalkError> copyFolder(const NameInFolder& from, const NameInFolder& to, Flush flush,
                                                 TransferProgress& progress);
 
 } // namespace brimwick

@@ -33,7 +33,8 @@ struct EntryStamp {
                modifiedSeconds == earlier.modifiedSeconds &&
                modifiedNanoseconds == earlier.modifiedNanoseconds;
     }
-    /// Nothing at all has changed; of a file of several names, nothing but those names perhaps.
+    /// Nothing at all has changed. Of a file of several names only what isSame() tells, since each of them
+    /// that goes changes the status.
     bool isUnchanged(const EntryStamp& earlier) const {
         const bool hasOtherNames = !isFolder() && (links > 1 || earlier.links > 1);
         return isSame(earlier) && (hasOtherNames || (changed.tv_sec == earlier.changed.tv_sec &&

@@ -14,7 +14,7 @@ namespace brimwick {
 
 namespace {
 
-constexpr std::size_t largestJournal = std::size_t{64} << 20U;
+constexpr std::size_t largestJournal = std::size_t{1} << 30U;
 /// Worth the moment in which nothing is noted.
 constexpr std::size_t muchJournal = std::size_t{1} << 20U;
 
@@ -93,7 +93,12 @@ bool FileJournal::append(std::string_view text) {
         size_ += static_cast<off_t>(text.size());
         return true;
     }
-    // Half a line would spoil the next one. Should this fail too, the reader passes over both.
+    // Whole lines are worth keeping, half a line would spoil the next one. Should this fail, the reader
+    // passes over both.
+    struct stat status {};
+    if (fstat(file_.get(), &status) != 0 || status.st_size < size_) return false;
+    const std::string_view written = text.substr(0, static_cast<std::size_t>(status.st_size - size_));
+    size_ += static_cast<off_t>(written.rfind('\n') + 1);
     static_cast<void>(ftruncate(file_.get(), size_));
     return false;
 }

@@ -37,7 +37,8 @@ class FileJournal {
     void write();
     /// What was noted so far outlasts power cuts, too.
     void flush();
-    /// Nothing of it needs to be put right any more. A note like the others.
+    /// Nothing of it needs to be put right any more. A note like the others, but for the last transfer under
+    /// way, whose end empties the file at once.
     void end(std::uint64_t number);
 
   private:

@@ -25,9 +25,9 @@ tl::expected<std::unique_ptr<CopyBatch>, FileError> FileTransfer::planCopies(std
     return CopyBatch::plan(std::move(planned), isMove, context_);
 }
 
-CopyBatch::Results FileTransfer::finishCopies(CopyBatch& batch, bool isMove) const {
+CopyBatch::Results FileTransfer::finishCopies(CopyBatch& batch) const {
     auto paths = batch.finish();
-    for (std::size_t i = 0; isMove && i < paths.size(); ++i)
+    for (std::size_t i = 0; batch.isMove() && i < paths.size(); ++i)
         if (paths[i]) leave(batch.planned()[i].source);
     return paths;
 }

@@ -36,7 +36,7 @@ class FileTransfer {
     tl::expected<std::unique_ptr<CopyBatch>, FileError> planCopies(std::vector<Item> items,
                                                                    bool isMove) const;
     /// Finishes such a batch, as CopyBatch::finish().
-    CopyBatch::Results finishCopies(CopyBatch& batch, bool isMove) const;
+    CopyBatch::Results finishCopies(CopyBatch& batch) const;
     /// Moves an item into the user's Trash under that very name; a taken name is an error.
     tl::expected<std::string, FileError> moveToTrash(const std::string& source,
                                                      const std::string& name) const;

@@ -18,23 +18,23 @@ bool numbersAnew(long fileSystem) {
 
 } // namespace
 
-FolderMark FolderMark::of(int folder) {
+std::optional<FolderMark> FolderMark::of(int folder) {
     struct statfs information {};
     struct stat status {};
-    if (fstatfs(folder, &information) != 0 || fstat(folder, &status) != 0) return {};
-    return {information.f_type, status.st_ino};
+    if (fstatfs(folder, &information) != 0 || fstat(folder, &status) != 0) return std::nullopt;
+    return FolderMark{information.f_type, status.st_ino};
 }
 
 bool FolderMark::isLocal() const {
-    static constexpr std::array<long, 8> known = {EXT4_SUPER_MAGIC,  XFS_SUPER_MAGIC,      BTRFS_SUPER_MAGIC,
-                                                  F2FS_SUPER_MAGIC,  TMPFS_MAGIC,          MSDOS_SUPER_MAGIC,
-                                                  EXFAT_SUPER_MAGIC, OVERLAYFS_SUPER_MAGIC};
+    static constexpr std::array<long, 7> known = {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, BTRFS_SUPER_MAGIC,
+                                                  F2FS_SUPER_MAGIC, TMPFS_MAGIC,     MSDOS_SUPER_MAGIC,
+                                                  EXFAT_SUPER_MAGIC};
     return std::ranges::find(known, fileSystem) != known.end();
 }
 
 bool FolderMark::fits(int folder) const {
-    const FolderMark now = of(folder);
-    return now.fileSystem == fileSystem && (now.inode == inode || numbersAnew(fileSystem));
+    const auto now = of(folder);
+    return now && now->fileSystem == fileSystem && (now->inode == inode || numbersAnew(fileSystem));
 }
 
 } // namespace brimwick

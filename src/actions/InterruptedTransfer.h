@@ -22,7 +22,8 @@ struct InterruptedTransfer {
     /// The name that the complete copy was about to get, the last one tried; empty when it was not complete.
     std::string destination;
     ino_t copyInode = 0;
-    std::chrono::nanoseconds completed{}; ///< since the epoch
+    /// Before the copy was begun; since the epoch.
+    std::chrono::nanoseconds begun{};
 
     /// The hidden name that the source of a move was about to get; empty when it did not come to that.
     std::string claimed;

@@ -11,6 +11,7 @@ JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, ino_t 
     transfer_.source = source.path();
     transfer_.sourceFolder = source.folder.mark();
     transfer_.sourceInode = sourceInode;
+    transfer_.begun = std::chrono::system_clock::now().time_since_epoch();
 }
 
 JournalEntry::JournalEntry(FileJournal& journal, const ItemPlace& source, InterruptedTransfer transfer)
@@ -29,7 +30,6 @@ void JournalEntry::staging(const OpenFolder& target, const std::string& name) {
 void JournalEntry::naming(const OpenFolder& target, ino_t copyInode, const std::string& name) {
     transfer_.copyInode = copyInode;
     transfer_.destination = target.pathOf(name);
-    transfer_.completed = std::chrono::system_clock::now().time_since_epoch();
     journal_.note(transfer_.number, journalLineForNaming(transfer_));
 }
 

@@ -61,7 +61,7 @@ bool readNaming(const Words& words, InterruptedTransfer& transfer) {
     if (words.size() != 5 || !read(words[2], transfer.copyInode) || !read(words[3], moment) ||
         !read(words[4], transfer.destination))
         return false;
-    transfer.completed = std::chrono::nanoseconds(moment);
+    transfer.begun = std::chrono::nanoseconds(moment);
     return true;
 }
 
@@ -74,8 +74,8 @@ std::string journalLineForStaging(const InterruptedTransfer& transfer) {
 }
 
 std::string journalLineForNaming(const InterruptedTransfer& transfer) {
-    return "name " + std::to_string(transfer.copyInode) + ' ' + std::to_string(transfer.completed.count()) +
-           ' ' + percentEncodedPath(transfer.destination);
+    return "name " + std::to_string(transfer.copyInode) + ' ' + std::to_string(transfer.begun.count()) + ' ' +
+           percentEncodedPath(transfer.destination);
 }
 
 std::string journalLineForClaiming(const InterruptedTransfer& transfer) {

@@ -83,6 +83,7 @@ tl::expected<std::string, FileError> moveItem(const std::string& source, const D
         return transferByCopy({source, destination, 0}, true, context);
     }
     if (!path) return path;
+    context.folders.forget(source);
     context.folders.noteChange(places->to.folder);
     context.folders.noteChange(places->from.folder);
     return path;

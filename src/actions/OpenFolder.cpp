@@ -12,20 +12,17 @@
 
 namespace brimwick {
 
-OpenFolder::OpenFolder(FileDescriptor descriptor, std::string path, bool listable) {
-    const FolderMark mark = FolderMark::of(descriptor.get());
-    opened_ = std::make_shared<const Opened>(Opened{std::move(descriptor), std::move(path), mark, listable});
-}
-
 tl::expected<OpenFolder, FileError> OpenFolder::open(const std::string& path) {
-    FileDescriptor listable(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (listable) return OpenFolder(std::move(listable), path, true);
-    const std::error_code reason = lastSystemError();
-    if (reason == std::errc::permission_denied) {
-        FileDescriptor passable(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-        if (passable) return OpenFolder(std::move(passable), path, false);
+    bool listable = true;
+    FileDescriptor descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!descriptor && errno == EACCES) {
+        listable = false;
+        descriptor = FileDescriptor(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        if (!descriptor) errno = EACCES;
     }
-    return tl::unexpected(fileError("Could not open the folder", path, reason));
+    const auto mark = descriptor ? FolderMark::of(descriptor.get()) : std::nullopt;
+    if (!mark) return tl::unexpected(fileError("Could not open the folder", path, lastSystemError()));
+    return OpenFolder(std::make_shared<const Opened>(Opened{std::move(descriptor), path, *mark, listable}));
 }
 
 std::error_code OpenFolder::sync() const {

@@ -38,7 +38,7 @@ class OpenFolder {
         FolderMark mark;
         bool listable;
     };
-    OpenFolder(FileDescriptor descriptor, std::string path, bool listable);
+    explicit OpenFolder(std::shared_ptr<const Opened> opened) : opened_(std::move(opened)) {}
 
     std::shared_ptr<const Opened> opened_;
 };

@@ -19,13 +19,14 @@ tl::expected<OpenFolder, FileError> OpenFolders::open(const std::string& path) {
     struct stat status {};
     if (const auto known = folders_.find(path); known != folders_.end()) {
         if (now - known->second.seen < aMoment) return known->second.folder;
-        known->second.seen = now;
         if (stat(path.c_str(), &status) == 0 && status.st_dev == known->second.device &&
-            status.st_ino == known->second.inode)
+            status.st_ino == known->second.inode) {
+            known->second.seen = now;
             return known->second.folder;
+        }
+        folders_.erase(known);
     }
     auto opened = OpenFolder::open(path);
-    if (!opened) folders_.erase(path);
     if (!opened || fstat(opened->descriptor(), &status) != 0) return opened;
     if (folders_.size() >= mostHeldOpen) folders_.clear();
     folders_.insert_or_assign(path, Known{*opened, status.st_dev, status.st_ino, now});
@@ -35,6 +36,13 @@ tl::expected<OpenFolder, FileError> OpenFolders::open(const std::string& path) {
 tl::expected<ItemPlace, FileError> OpenFolders::openPlace(const std::string& path) {
     return open(parentPath(path)).map([&path](const OpenFolder& folder) {
         return ItemPlace{folder, lastPathComponent(path)};
+    });
+}
+
+void OpenFolders::forget(const std::string& path) {
+    std::erase_if(folders_, [&path](const auto& known) {
+        const std::string& folder = known.first;
+        return folder.starts_with(path) && (folder.size() == path.size() || folder[path.size()] == '/');
     });
 }
 

@@ -21,6 +21,8 @@ class OpenFolders {
     tl::expected<ItemPlace, FileError> openPlace(const std::string& path);
     /// The next call for each path sees where it leads then.
     void lookAnew() { folders_.clear(); }
+    /// The same for what lies at the path and below it, which was moved away.
+    void forget(const std::string& path);
 
     /// Items of the one folder cannot be renamed into the other one.
     void noteCrossing(const std::string& from, const std::string& to) { crossing_ = {from, to}; }

@@ -149,7 +149,7 @@ class Recovery {
         if (name == ownName() && (!status || status->st_ino != transfer_.sourceInode))
             return keepBoth(name, "another file has its name now");
         std::optional<std::chrono::nanoseconds> unchangedSince;
-        if (name == ownName()) unchangedSince = transfer_.completed;
+        if (name == ownName()) unchangedSince = transfer_.begun;
         const auto compared = compareTrees(
             {{source_.folder(), name}, {target_.folder(), copy}, FileMatch::Same, unchangedSince}, stop_);
         if (stop_.stop_requested()) return notNow();

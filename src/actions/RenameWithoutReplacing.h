@@ -15,7 +15,7 @@ namespace brimwick {
 /// folder takes the place of an empty one made for it. Fails where neither is possible.
 [[nodiscard]] std::error_code renameWithoutReplacing(int fromFolder, const std::string& fromName,
                                                      int toFolder, const std::string& toName);
-/// The same for an item whose status was just read.
+/// The same for an item whose status is known.
 [[nodiscard]] std::error_code renameWithoutReplacing(const struct stat& item, int fromFolder,
                                                      const std::string& fromName, int toFolder,
                                                      const std::string& toName);

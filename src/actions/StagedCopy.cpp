@@ -22,7 +22,7 @@ tl::expected<CopyLog, CopyFailure> copyUnderName(const ItemPlace& source, struct
                                                  TransferProgress& progress) {
     const NameInFolder from{source.folder.descriptor(), source.name};
     if (S_ISDIR(status.st_mode)) {
-        auto log = copyFolder(from, staged, progress);
+        auto log = copyFolder(from, staged, flush, progress);
         if (!log) return tl::unexpected(CopyFailure{log.error().code, log.error().relativePath});
         return std::move(*log);
     }
@@ -61,8 +61,6 @@ tl::expected<StagedCopy, FileError> StagedCopy::make(const ItemPlace& source, co
                                 from, target.path(), code);
     if (code == std::errc::device_or_resource_busy || code == std::errc::no_message_available)
         error.description = "Could not copy \"" + from + "\": it changed while it was copied";
-    const std::string leftover = target.pathOf(staged.name_);
-    if (staged.discard()) error.description += " (left behind: \"" + leftover + "\")";
     return tl::unexpected(std::move(error));
 }
 

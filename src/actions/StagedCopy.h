@@ -17,7 +17,7 @@ namespace brimwick {
 class StagedCopy {
   public:
     /// Copies a file, a symbolic link or a whole folder, whose status was read lately, under this name, which
-    /// must be noted already. Files are flushed as asked, folders as flushFor() says. Fails without a trace.
+    /// must be noted already. Fails without a trace, unless what there is cannot be removed.
     static tl::expected<StagedCopy, FileError> make(const ItemPlace& source, const struct stat& status,
                                                     const OpenFolder& target, std::string name, Flush flush,
                                                     JournalEntry& notes, TransferProgress& progress);
@@ -25,8 +25,7 @@ class StagedCopy {
     StagedCopy& operator=(StagedCopy&&) = delete;
     ~StagedCopy();
 
-    /// Notes the name that the copy shall get first. Called once, before the first rename(), with the journal
-    /// written in between.
+    /// Notes the name that the copy shall get first. The journal must be written before it gets it.
     [[nodiscard]] std::error_code announce(const std::string& name);
     /// Gives the copy its final name; `file_exists` when the name is taken, and another one can be tried.
     [[nodiscard]] std::error_code rename(const std::string& name);

@@ -29,7 +29,8 @@ class TransferProgress {
         return item_;
     }
 
-    /// The item in work fails with `operation_canceled`, unless its copy has its name already.
+    /// The item in work fails with `operation_canceled`, or all those that are being flushed together do,
+    /// unless their copies have their names already.
     void cancel() { cancelled_ = true; }
     [[nodiscard]] std::error_code checkCancelled() const {
         return cancelled_ ? std::make_error_code(std::errc::operation_canceled) : std::error_code();

@@ -255,8 +255,6 @@ TEST_F(ActionTest, StopsAtTheFirstFileThatFails) {
     EXPECT_THAT(player.played, IsEmpty());
 }
 
-;
-
 TEST_F(ActionBetweenFileSystems, SkipsWhatAnItemBeforeHasTakenAlong) {
     home.makeFile("from/x");
     home.makeFolder("from/tree");
@@ -269,6 +267,34 @@ TEST_F(ActionBetweenFileSystems, SkipsWhatAnItemBeforeHasTakenAlong) {
     EXPECT_EQ(move.targetFiles().size(), 2U);
     EXPECT_EQ(TemporaryFolder::read(other / "tree/a"), "inside");
     EXPECT_THAT(namesIn(home / "from"), IsEmpty());
+}
+
+TEST_F(ActionTest, SkipsWhatAnItemBeforeHasTakenAlongThoughItsFolderWasJustLookedAt) {
+    home.makeFolder("from/tree");
+    home.makeFile("from/tree/a");
+    home.makeFile("from/tree/b");
+    BWAction move = action(BWModeMove, {"tree/a", "tree", "tree/b"});
+    EXPECT_TRUE(move.performActionInDirection(forwards));
+    EXPECT_EQ(move.targetFiles().size(), 2U);
+    EXPECT_THAT(namesIn(home / "to"), ElementsAre("a", "tree"));
+    EXPECT_THAT(namesIn(home / "to/tree"), ElementsAre("b"));
+}
+
+TEST_F(ActionTest, FailsWhenNoMoreFoldersCanBeOpened) {
+    home.makeFile("from/x");
+    rlimit before{};
+    require(getrlimit(RLIMIT_NOFILE, &before) == 0, "getrlimit");
+    for (const Mode type : {BWModeCopy, BWModeMove}) {
+        BWAction made = action(type, {"x"});
+        const int next = dup(STDERR_FILENO);
+        close(next);
+        const rlimit none{static_cast<rlim_t>(next), before.rlim_max};
+        require(setrlimit(RLIMIT_NOFILE, &none) == 0, "setrlimit");
+        EXPECT_FALSE(made.performActionInDirection(forwards));
+        require(setrlimit(RLIMIT_NOFILE, &before) == 0, "setrlimit");
+        EXPECT_THAT(service.texts().back(), HasSubstr("Too many open files"));
+        EXPECT_THAT(namesIn(home / "from"), ElementsAre("x"));
+    }
 }
 
 TEST_F(ActionBetweenFileSystems, CopiesAFileThatIsNamedTwiceTwice) {

@@ -131,7 +131,7 @@ TEST_F(TrashTest, CopiesIntoTheTrashAreOnRecordAndItemsInItsSubfoldersAreNot) {
         const auto batch = transfer.planCopies({{home / "a", target, nullptr, 0}}, false);
         ASSERT_TRUE(batch);
         (*batch)->copyAll();
-        ASSERT_TRUE(transfer.finishCopies(**batch, false).front());
+        ASSERT_TRUE(transfer.finishCopies(**batch).front());
     }
     EXPECT_THAT(namesIn(info()), ElementsAre("a.trashinfo"));
     EXPECT_THAT(namesIn(files()), ElementsAre("a", "sub"));

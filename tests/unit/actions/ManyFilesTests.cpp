@@ -72,6 +72,20 @@ TEST_F(ThousandsOfFiles, AreMovedUpToTheOneThatFailsThoughThoseAfterItAreCopiedA
     EXPECT_EQ(namesIn(home / "from"), Names(files.begin() + 500, files.end()));
 }
 
+/// The end of the one name changes the status of the other one, which is being copied.
+TEST_F(ThousandsOfFiles, OfWhichMostAreSecondNamesOfOthersAreMoved) {
+    constexpr std::size_t together = 1000;
+    for (std::size_t i = together; i < files.size(); ++i) {
+        const std::string second = home / ("from/" + files[i]);
+        std::filesystem::remove(second);
+        require(link((home / ("from/" + files[i - together])).c_str(), second.c_str()) == 0, "link");
+    }
+    BWAction move = actionTo(BWModeMove, files);
+    EXPECT_TRUE(move.performActionInDirection(forwards)) << service.texts().back();
+    EXPECT_EQ(namesIn(other.path()), files);
+    EXPECT_THAT(namesIn(home / "from"), IsEmpty());
+}
+
 /// As a user who cancels at some moment.
 class LateCancellingWorkRunner : public WorkRunner {
   public:
@@ -103,6 +117,8 @@ TEST_F(ThousandsOfFiles, LieAtExactlyOnePlaceEachWhenTheirMoveIsCancelled) {
         all.insert(all.end(), moved.begin(), moved.end());
         std::ranges::sort(all);
         EXPECT_EQ(all, files);
+        for (const std::string& name : moved) std::filesystem::copy(other / name, home / ("from/" + name));
+        for (const std::string& name : moved) std::filesystem::remove(other / name);
     }
 }
 

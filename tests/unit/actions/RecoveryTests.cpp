@@ -33,7 +33,7 @@ class RecoveryTest : public testing::Test {
 
     static FolderMark markOf(const std::string& folder) {
         const FileDescriptor descriptor(open(folder.c_str(), O_PATH | O_CLOEXEC));
-        return FolderMark::of(descriptor.get());
+        return FolderMark::of(descriptor.get()).value();
     }
     static void copyTree(const std::string& from, const std::string& to) {
         std::filesystem::copy(from, to,
@@ -53,7 +53,7 @@ class RecoveryTest : public testing::Test {
     void noteNaming(const std::string& name) {
         transfer.copyInode = statusOf(target / hiddenCopy).st_ino;
         transfer.destination = target / name;
-        transfer.completed = std::chrono::system_clock::now().time_since_epoch();
+        transfer.begun = std::chrono::system_clock::now().time_since_epoch();
         note(journalLineForNaming(transfer));
     }
     void giveName(const std::string& name) {
