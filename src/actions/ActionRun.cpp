@@ -113,6 +113,7 @@ bool ActionRun::goesByCopy(const File& file) const {
 bool ActionRun::startCopies(std::launch policy) {
     // What was done before them has waited long enough.
     if (!makeDurable()) return false;
+    folders_.lookAnew();
     std::vector<FileTransfer::Item> items;
     for (const std::size_t i : waiting_) {
         items.push_back(itemOf(files_[i]));

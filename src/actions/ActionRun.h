@@ -90,7 +90,7 @@ class ActionRun {
     std::int64_t bytesOfWaiting_ = 0;
     std::optional<CopiesUnderWay> underWay_;
     int batches_ = 0; ///< that were full
-    /// Of those that wait or are under way.
+    /// Of all since nothing was under way.
     std::unordered_set<std::string> pathsOfCopies_;
     std::string folderOfCopies_;
     /// What was handled and may not be durable yet.

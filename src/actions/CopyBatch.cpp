@@ -195,7 +195,8 @@ void CopyBatch::discardFrom(std::size_t index) {
 
 void CopyBatch::noteIfLeftBehind(const Item& item) {
     struct stat status {};
-    if (fstatat(target_.descriptor(), item.hiddenName.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0)
+    if (fstatat(target_.descriptor(), item.hiddenName.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ||
+        errno != ENOENT)
         leftBehind_ += " (left behind: \"" + target_.pathOf(item.hiddenName) + "\")";
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 
 namespace brimwick {
 
@@ -21,7 +22,9 @@ bool numbersAnew(long fileSystem) {
 std::optional<FolderMark> FolderMark::of(int folder) {
     struct statfs information {};
     struct stat status {};
-    if (fstatfs(folder, &information) != 0 || fstat(folder, &status) != 0) return std::nullopt;
+    // Some file systems in user space do not know of what kind they are.
+    if (fstatfs(folder, &information) != 0 && errno != ENOSYS && errno != EOPNOTSUPP) return std::nullopt;
+    if (fstat(folder, &status) != 0) return std::nullopt;
     return FolderMark{information.f_type, status.st_ino};
 }
 

@@ -8,7 +8,7 @@ namespace brimwick {
 
 /// By what a folder is known again: the place of a disk that is not plugged in has the same path.
 struct FolderMark {
-    /// The kind of its file system, as `statfs` has it.
+    /// The kind of its file system, as `statfs` has it; 0 for one that does not say.
     long fileSystem = 0;
     ino_t inode = 0;
 

@@ -22,7 +22,7 @@ struct InterruptedTransfer {
     /// The name that the complete copy was about to get, the last one tried; empty when it was not complete.
     std::string destination;
     ino_t copyInode = 0;
-    /// Before the copy was begun; since the epoch.
+    /// A moment before the copy was begun, since the epoch. What has changed since may not be in the copy.
     std::chrono::nanoseconds begun{};
 
     /// The hidden name that the source of a move was about to get; empty when it did not come to that.

@@ -9,19 +9,19 @@ namespace brimwick {
 
 namespace {
 
-/// What happens to the path of a folder within such a time might as well have happened after it was opened.
-constexpr std::chrono::milliseconds aMoment{5};
+/// As many files are handled in a moment, and what happens to the path of a folder meanwhile might as well
+/// have happened after it was opened.
+constexpr int usesWithoutALook = 64;
 
 } // namespace
 
 tl::expected<OpenFolder, FileError> OpenFolders::open(const std::string& path) {
-    const auto now = Clock::now();
     struct stat status {};
     if (const auto known = folders_.find(path); known != folders_.end()) {
-        if (now - known->second.seen < aMoment) return known->second.folder;
+        if (++known->second.uses < usesWithoutALook) return known->second.folder;
         if (stat(path.c_str(), &status) == 0 && status.st_dev == known->second.device &&
             status.st_ino == known->second.inode) {
-            known->second.seen = now;
+            known->second.uses = 0;
             return known->second.folder;
         }
         folders_.erase(known);
@@ -29,7 +29,7 @@ tl::expected<OpenFolder, FileError> OpenFolders::open(const std::string& path) {
     auto opened = OpenFolder::open(path);
     if (!opened || fstat(opened->descriptor(), &status) != 0) return opened;
     if (folders_.size() >= mostHeldOpen) folders_.clear();
-    folders_.insert_or_assign(path, Known{*opened, status.st_dev, status.st_ino, now});
+    folders_.insert_or_assign(path, Known{*opened, status.st_dev, status.st_ino, 0});
     return opened;
 }
 

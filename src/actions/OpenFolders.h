@@ -4,7 +4,6 @@
 
 #include <tl/expected.hpp>
 
-#include <chrono>
 #include <map>
 #include <string>
 #include <utility>
@@ -16,7 +15,7 @@ namespace brimwick {
 /// changed that may not be durable yet. One thread at a time.
 class OpenFolders {
   public:
-    /// That of an earlier call for the same path, if the path led to it a moment ago.
+    /// That of an earlier call for the same path, if the path led to it not many calls ago.
     tl::expected<OpenFolder, FileError> open(const std::string& path);
     tl::expected<ItemPlace, FileError> openPlace(const std::string& path);
     /// The next call for each path sees where it leads then.
@@ -41,13 +40,11 @@ class OpenFolders {
   private:
     static constexpr std::size_t mostHeldOpen = 16;
 
-    using Clock = std::chrono::steady_clock;
-
     struct Known {
         OpenFolder folder;
         dev_t device;
         ino_t inode;
-        Clock::time_point seen;
+        int uses; ///< since it was last looked at
     };
     std::map<std::string, Known> folders_;
     std::vector<OpenFolder> changed_;

@@ -304,6 +304,27 @@ TEST_F(CopyBatchTest, AbandonedLeavesNothing) {
     EXPECT_EQ(namesIn(source.path()), names);
 }
 
+TEST_F(CopyBatchTest, TellsEachCopyThatItCannotRemove) {
+    const Names names = makeFiles(3);
+    for (const auto* folder : {&home, &source, &target}) giveToOrdinaryUser(folder->path());
+    const OrdinaryUser user;
+    FileJournal journal(home / "journal");
+    for (const bool abandoned : {false, true}) {
+        const auto batch = CopyBatch::plan(plan(names), isMove, {journal, progress, folders});
+        ASSERT_TRUE(batch);
+        (*batch)->copyAll();
+        const Names hidden = namesIn(target.path());
+        ASSERT_THAT(hidden, SizeIs(3));
+        setMode(target.path(), 0555);
+        const std::string told =
+            abandoned ? (*batch)->abandon() : (*batch)->finish().front().error().description;
+        for (const std::string& name : hidden)
+            EXPECT_THAT(told, HasSubstr("(left behind: \"" + (target / name) + "\")"));
+        setMode(target.path(), 0755);
+        for (const std::string& name : hidden) std::filesystem::remove(target / name);
+    }
+}
+
 /// The target lies in the source by another way: bound there, say.
 TEST_F(CopyBatchTest, OfAFolderEndsWhereItMeetsItsOwnCopy) {
     source.makeFolder("tree/deep");

@@ -1,4 +1,5 @@
 #include "actions/FileJournal.h"
+#include "actions/JournalEntry.h"
 #include "actions/JournalLine.h"
 
 #include <gmock/gmock.h>
@@ -176,6 +177,21 @@ TEST_F(Journal, WritesItsNotesTogetherWhenToldToAndWhenItGoes) {
         begin(journal);
     }
     EXPECT_THAT(readJournal(content()), SizeIs(3));
+}
+
+TEST_F(Journal, KnowsWhenTheCopyWasNotYetBegun) {
+    FileJournal journal(folder / "journal");
+    const auto source = ItemPlace::open(folder / "a");
+    ASSERT_TRUE(source);
+    JournalEntry notes(journal, *source, 1, true);
+    notes.keepOpen();
+    const auto begun = std::chrono::system_clock::now().time_since_epoch();
+    notes.staging(source->folder, ".brimwick-1-2.part");
+    notes.naming(source->folder, 2, "b");
+    notes.write();
+    const auto noted = readJournal(content());
+    ASSERT_THAT(noted, SizeIs(1));
+    EXPECT_LE(noted[0].begun, begun);
 }
 
 TEST_F(Journal, LosesNothingThatWasWrittenWhenTheDiskIsFull) {
