@@ -45,7 +45,8 @@ class Renaming {
         if (to_.mark().isLocal()) {
             const std::error_code answer =
                 tryRename(from_.folder.descriptor(), from_.name, to_.descriptor(), name);
-            if (!answer || answer == std::errc::file_exists) return answer;
+            if (!answer || answer == std::errc::file_exists || answer == std::errc::cross_device_link)
+                return answer;
         }
         const auto status = statusUnlessInsideItself("move", from_, to_);
         if (status)
