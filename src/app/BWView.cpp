@@ -11,12 +11,18 @@ BWView::BWView(BWModel& model, const ActionServices& actions, const Ports& ports
                const EntryIcons& icons, Resources resources)
     : model_(model), notifications_(notifications), notificationCenter_(notificationCenter),
       mainLoop_(ports.mainLoop), keyboardLayout_(ports.keyboardLayout), resources_(std::move(resources)),
-      preferences_({model.preferences(), model.hotKeys(), model.folderIndexer().indexedFolders(),
-                    ports.keyboardLayout, ports.mainLoop, ports.windowSystem,
+      preferences_({{model.folderIndexer(), model.indexRebuilder(), model.preferences(), model.sounds(),
+                     notifications, ports.fileManager, icons, model.homeDirectory()},
+                    model.hotKeys(),
+                    ports.keyboardLayout,
+                    ports.mainLoop,
+                    ports.windowSystem,
                     [this] {
                         if (!picker_.isInPhantomMode()) picker_.wickWindowCloseButtonWasPressed();
                     },
-                    [this] { setMenuItemKeyEquivalents(); }, BWApplication::terminate}),
+                    [this] { setMenuItemKeyEquivalents(); },
+                    [this] { showRebuildIndexProgressIndicator(); },
+                    BWApplication::terminate}),
       picker_(PickerSurroundings{
           model.preferences(), model.folderSearch(), model.undoStack(), model.sounds(), notifications,
           actions, ports.fileManager, ports.windowSystem, notificationCenter, icons, model.homeDirectory(),
@@ -64,7 +70,7 @@ void BWView::initializeUserInterface() {
     IndexRebuilder& rebuilder = model_.indexRebuilder();
     rebuilder.rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger(), rebuildReasonFirstIndex);
     rebuilder.initializeEventStream();
-    preferences_.hideIndexedFoldersCurtain();
+    preferences_.indexedFolders().hideIndexedFoldersCurtain();
     statusMenu_.bindStacks();
     initializeNotificationCenter();
     picker_.restoreWindowSize();
@@ -86,13 +92,17 @@ void BWView::enableActions() {
     requests_.noteFirstIndex();
 }
 
-// The panel and the animation have no face yet; the picker says itself that it waits for the index.
-void BWView::showRebuildIndexProgressIndicator() {}
+// The panel and the animation have no face yet; the windows say themselves that they wait for the index.
+void BWView::showRebuildIndexProgressIndicator() {
+    if (!preferences_.isInPhantomMode()) preferences_.indexedFolders().showIndexedFoldersCurtain();
+}
 
 void BWView::animateIconUsingMethodWithToolTip(bool /*example*/, std::int64_t /*method*/,
                                                const std::string& /*toolTip*/) {}
 
 void BWView::hideRebuildIndexProgressIndicator() {
+    preferences_.indexedFolders().hideIndexedFoldersCurtain();
+    preferences_.enableDisablePreferencesWindowControls();
     if (!picker_.isVisible()) return;
     QLineEdit* searchField = picker_.controls().searchField;
     picker_.wickWindow().raise();

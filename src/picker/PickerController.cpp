@@ -1,5 +1,8 @@
 #include "picker/PickerController.h"
 
+#include "feedback/Refusal.h"
+#include "feedback/ShowInFinder.h"
+
 #include "picker/BWWickTableView.h"
 #include "picker/PickerGeometry.h"
 
@@ -119,9 +122,7 @@ void PickerController::performAction(const BWSelectedFileOrFolder& targetFolder)
 }
 
 void PickerController::openFolder(const BWSelectedFileOrFolder& folder) {
-    if (folder.url()) surroundings_.fileManager.openFolder(*folder.url());
-    if (surroundings_.preferences.boolPreferenceWithKey("NotificationSoundOnOpen"))
-        surroundings_.sounds.playRandomSound(true);
+    showInFinder(folder, surroundings_.fileManager, surroundings_.preferences, surroundings_.sounds);
 }
 
 void PickerController::showSelectedFileOrFolderInFinder() {
@@ -138,8 +139,7 @@ void PickerController::showSelectedFileOrFolderInFinder() {
 }
 
 void PickerController::refuse(const std::string& text) {
-    surroundings_.sounds.beep();
-    surroundings_.notifications.sendUserNotification(text);
+    brimwick::refuse(surroundings_.sounds, surroundings_.notifications, text);
 }
 
 std::vector<BWSelectedFileOrFolder> PickerController::finderSelectedFilesCopy() const {

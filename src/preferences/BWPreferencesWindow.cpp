@@ -65,6 +65,7 @@ void BWPreferencesWindow::keyPressEvent(QKeyEvent* event) {
 void BWPreferencesWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     setPhantomMode(true);
+    closed_();
 }
 
 } // namespace brimwick

@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 namespace brimwick {
 
 /// The preferences window. It is never closed: phantom mode hides it.
@@ -12,6 +14,9 @@ class BWPreferencesWindow : public QWidget {
   public:
     /// The window system outlives the window.
     explicit BWPreferencesWindow(WindowSystem& windowSystem);
+
+    /// Called when the user closed the window by its title bar, after it was hidden.
+    void setClosedHandler(std::function<void()> handler) { closed_ = std::move(handler); }
 
     bool isInPhantomMode() const { return phantomMode_; }
     /// On: transparent, at the desktop's level and the screen's origin, which here means hidden. Off: in the
@@ -34,6 +39,7 @@ class BWPreferencesWindow : public QWidget {
     void placeOnScreen();
 
     WindowSystem& windowSystem_;
+    std::function<void()> closed_ = [] {};
     bool phantomMode_ = false;
     InputBarrier inputBarrier_{[this] { return phantomMode_; }};
 };

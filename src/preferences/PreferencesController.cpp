@@ -1,8 +1,6 @@
 #include "preferences/PreferencesController.h"
 
-#include "picker/DisplayText.h"
-
-#include <QListWidget>
+#include <QCheckBox>
 #include <QPushButton>
 
 namespace brimwick {
@@ -10,17 +8,28 @@ namespace brimwick {
 PreferencesController::PreferencesController(PreferencesSurroundings surroundings)
     : surroundings_(std::move(surroundings)), preferencesWindow_(surroundings_.windowSystem),
       controls_(preferencesWindow_), focus_(controls_, place_),
-      hotKeyFields_({surroundings_.hotKeys, surroundings_.preferences, surroundings_.keyboardLayout,
-                     surroundings_.mainLoop, place_, controls_, surroundings_.terminate,
-                     surroundings_.setMenuItemKeyEquivalents}) {
+      hotKeyFields_({surroundings_.hotKeys, surroundings_.indexedFolders.preferences,
+                     surroundings_.keyboardLayout, surroundings_.mainLoop, place_, controls_,
+                     surroundings_.terminate, surroundings_.setMenuItemKeyEquivalents}),
+      indexedFolders_(surroundings_.indexedFolders, preferencesWindow_, controls_, focus_, place_) {
+    preferencesWindow_.setClosedHandler([this] { rebuildIfFoldersHaveChanged(); });
     QObject::connect(controls_.preferencesWindowCloseButton, &QPushButton::clicked, &preferencesWindow_,
                      [this] { preferencesWindowCloseButtonWasPressed(); });
 }
 
 void PreferencesController::showPreferences() {
+    const bool isRebuilding = surroundings_.indexedFolders.indexRebuilder.indexIsRebuilding();
+    if (isRebuilding)
+        indexedFolders_.showIndexedFoldersCurtain();
+    else
+        indexedFolders_.hideIndexedFoldersCurtain();
+    controls_.rebuildIndexCheckBox->setChecked(false);
+    controls_.rebuildIndexCheckBox->setEnabled(true);
     populatePreferencesWindow();
     preferencesWindow_.setPhantomMode(false);
     surroundings_.closePickerUnlessPhantom();
+    if (isRebuilding) surroundings_.showRebuildIndexProgressIndicator();
+    indexedFolders_.reload();
     enableDisablePreferencesWindowControls();
     focus_.handleTabViewChange();
     preferencesWindow_.makeKeyAndOrderFront();
@@ -28,17 +37,18 @@ void PreferencesController::showPreferences() {
 
 void PreferencesController::hidePreferences() {
     preferencesWindow_.setPhantomMode(true);
+    rebuildIfFoldersHaveChanged();
+}
+
+void PreferencesController::rebuildIfFoldersHaveChanged() {
+    IndexRebuilder& rebuilder = surroundings_.indexedFolders.indexRebuilder;
+    if (!rebuilder.indexedFoldersHaveChanged()) return;
+    rebuilder.rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger(),
+                                                                      rebuildReasonPreferencesChanged);
 }
 
 void PreferencesController::populatePreferencesWindow() {
     hotKeyFields_.populate();
-    controls_.indexedFoldersTableView->clear();
-    for (const BWSelectedFileOrFolder& folder : surroundings_.indexedFolders) {
-        const QString path = displayText(folder.path());
-        controls_.indexedFoldersTableView->addItem(path);
-        controls_.indexedFoldersTableView->item(controls_.indexedFoldersTableView->count() - 1)
-            ->setToolTip(path);
-    }
 }
 
 } // namespace brimwick

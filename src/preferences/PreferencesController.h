@@ -1,6 +1,7 @@
 #pragma once
 
 #include "preferences/BWPreferencesWindow.h"
+#include "preferences/IndexedFoldersController.h"
 #include "preferences/PreferencesControls.h"
 #include "preferences/PreferencesFocus.h"
 
@@ -8,19 +9,19 @@ namespace brimwick {
 
 /// What the preferences use of the rest of the program. All of it outlives them.
 struct PreferencesSurroundings {
-    PreferencesStore& preferences;
+    IndexedFoldersSurroundings indexedFolders;
     HotKeyApplication& hotKeys;
-    const std::vector<BWSelectedFileOrFolder>& indexedFolders;
     KeyboardLayout& keyboardLayout;
     MainLoop& mainLoop;
     WindowSystem& windowSystem;
     std::function<void()> closePickerUnlessPhantom;
     std::function<void()> setMenuItemKeyEquivalents;
+    std::function<void()> showRebuildIndexProgressIndicator;
     std::function<void()> terminate;
 };
 
-/// The preferences window: shown, hidden, and what keys do in it. Of its settings only the hot keys can be
-/// changed yet. Main thread only.
+/// The preferences window: shown, hidden, and what keys do in it. The notification settings have no tab yet.
+/// Main thread only.
 class PreferencesController {
   public:
     explicit PreferencesController(PreferencesSurroundings surroundings);
@@ -43,14 +44,15 @@ class PreferencesController {
     const PreferencesControls& controls() const { return controls_; }
     void moveFocus(bool forward) { focus_.moveFocus(forward); }
 
-    // The list of folders cannot be changed yet.
-    void selectIndexedFolder() {}
-    void removeIndexedFolder() {}
-    void hideIndexedFoldersCurtain() {}
-    void enableDisablePreferencesWindowControls() {}
+    IndexedFoldersController& indexedFolders() { return indexedFolders_; }
+    void enableDisablePreferencesWindowControls() {
+        indexedFolders_.enableDisablePreferencesWindowControls();
+    }
 
   private:
     void populatePreferencesWindow();
+    /// Starts the rebuild that changes of the list ask for.
+    void rebuildIfFoldersHaveChanged();
 
     PreferencesSurroundings surroundings_;
     PreferencesPlace place_;
@@ -58,6 +60,7 @@ class PreferencesController {
     PreferencesControls controls_;
     PreferencesFocus focus_;
     HotKeyFields hotKeyFields_;
+    IndexedFoldersController indexedFolders_;
 };
 
 } // namespace brimwick

@@ -2,8 +2,9 @@
 
 #include "preferences/BWPreferencesWindow.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
-#include <QListWidget>
+#include <QHBoxLayout>
 #include <QPushButton>
 
 namespace brimwick {
@@ -22,7 +23,12 @@ PreferencesControls::PreferencesControls(BWPreferencesWindow& window)
       openModeHotKeyTextView(new BWTextView(&window)), hotKeyErrorMessageTextField(new ErrorLabel(&window)),
       bwCopyModeHotKeyErrorMessageTextField(new ErrorLabel(&window)),
       openModeHotKeyErrorMessageTextField(new ErrorLabel(&window)),
-      indexedFoldersTableView(new QListWidget(&window)),
+      indexedFoldersTableView(new BWPreferencesTableView(&window)),
+      indexedFoldersCurtain(new QLabel("The index is being rebuilt...", indexedFoldersTableView)),
+      plusButton(new QPushButton("Add...", &window)), minusButton(new QPushButton("Remove", &window)),
+      showInFinderButton(new QPushButton("Show", &window)),
+      addTrashFolderButton(new QPushButton("Add Trash", &window)),
+      rebuildIndexCheckBox(new QCheckBox("Rebuild the index when this window closes", &window)),
       preferencesWindowCloseButton(new QPushButton("Close", &window)), window_(window) {
     auto* const layout = new QGridLayout(&window);
     layout->setContentsMargins(margin, margin, margin, margin);
@@ -38,19 +44,47 @@ PreferencesControls::PreferencesControls(BWPreferencesWindow& window)
     addField(*layout, BWModeCopy, "Copy files:");
     addField(*layout, BWModeOpen, "Open a folder:");
 
-    auto* const caption = new QLabel("Indexed folders:", &window);
-    caption->setBuddy(indexedFoldersTableView);
-    layout->addWidget(caption, 8, 0, Qt::AlignRight | Qt::AlignTop);
-    indexedFoldersTableView->setMinimumHeight(listHeight);
-    indexedFoldersTableView->setAccessibleName("Indexed folders");
-    indexedFoldersTableView->setTextElideMode(Qt::ElideMiddle);
-    indexedFoldersTableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    layout->addWidget(indexedFoldersTableView, 8, 1);
-    layout->setRowMinimumHeight(9, gap);
-    layout->addWidget(preferencesWindowCloseButton, 10, 1, Qt::AlignRight);
+    addIndexedFolders(*layout, 8);
+    layout->setRowMinimumHeight(11, gap);
+    layout->addWidget(preferencesWindowCloseButton, 12, 1, Qt::AlignRight);
     preferencesWindowCloseButton->setAutoDefault(false);
     window.setMinimumWidth(widthOfWindow);
     window.adjustSize();
+}
+
+void PreferencesControls::addIndexedFolders(QGridLayout& layout, int row) {
+    auto* const caption = new QLabel("Indexed folders:", &window_);
+    caption->setBuddy(indexedFoldersTableView);
+    layout.addWidget(caption, row, 0, Qt::AlignRight | Qt::AlignTop);
+    indexedFoldersTableView->setMinimumHeight(listHeight);
+    layout.addWidget(indexedFoldersTableView, row, 1);
+    preferencesContextMenuShowInFinderMenuItem = indexedFoldersTableView->menu().addAction("Show");
+    preferencesContextMenuRemoveFolderMenuItem = indexedFoldersTableView->menu().addAction("Remove Folder");
+    indexedFoldersCurtain->setAlignment(Qt::AlignCenter);
+    indexedFoldersCurtain->setAutoFillBackground(true);
+    indexedFoldersCurtain->hide();
+
+    plusButton->setToolTip("Add a folder, with all folders in it");
+    plusButton->setAccessibleName("Add a folder");
+    minusButton->setToolTip("Take the selected folder off the list; the folder itself stays");
+    minusButton->setAccessibleName("Remove the selected folder from the list");
+    showInFinderButton->setToolTip("Show the selected folder in the file manager");
+    showInFinderButton->setAccessibleName("Show the selected folder in the file manager");
+    addTrashFolderButton->setToolTip("Add the Trash, so that files can be moved there");
+    addTrashFolderButton->setAccessibleName("Add the Trash to the list");
+    auto* const buttons = new QHBoxLayout;
+    buttons->setContentsMargins(0, gap / 2, 0, gap / 2);
+    buttons->setSpacing(gap / 2);
+    for (QPushButton* const button : {plusButton, minusButton, showInFinderButton, addTrashFolderButton}) {
+        button->setAutoDefault(false);
+        // The list, which they act on, keeps the focus.
+        button->setFocusPolicy(Qt::NoFocus);
+        if (button == addTrashFolderButton) buttons->addStretch();
+        buttons->addWidget(button);
+    }
+    rebuildIndexCheckBox->setFocusPolicy(Qt::NoFocus);
+    layout.addLayout(buttons, row + 1, 1);
+    layout.addWidget(rebuildIndexCheckBox, row + 2, 1);
 }
 
 void PreferencesControls::addField(QGridLayout& layout, Mode mode, const QString& caption) {

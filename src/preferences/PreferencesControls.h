@@ -1,11 +1,14 @@
 #pragma once
 
 #include "hotkeys/HotKeyFields.h"
+#include "preferences/BWPreferencesTableView.h"
 #include "preferences/BWTextView.h"
 #include "preferences/ErrorLabel.h"
 
+class QAction;
+class QCheckBox;
 class QGridLayout;
-class QListWidget;
+class QLabel;
 class QPushButton;
 
 namespace brimwick {
@@ -23,8 +26,17 @@ class PreferencesControls : public HotKeyFieldsFace {
     ErrorLabel* hotKeyErrorMessageTextField;
     ErrorLabel* bwCopyModeHotKeyErrorMessageTextField;
     ErrorLabel* openModeHotKeyErrorMessageTextField;
-    QListWidget* indexedFoldersTableView;
+    BWPreferencesTableView* indexedFoldersTableView;
+    /// Over the list, as long as the index is being rebuilt.
+    QLabel* indexedFoldersCurtain;
+    QPushButton* plusButton;
+    QPushButton* minusButton;
+    QPushButton* showInFinderButton;
+    QPushButton* addTrashFolderButton;
+    QCheckBox* rebuildIndexCheckBox;
     QPushButton* preferencesWindowCloseButton;
+    QAction* preferencesContextMenuShowInFinderMenuItem;
+    QAction* preferencesContextMenuRemoveFolderMenuItem;
 
     void showHotKey(Mode mode, const std::string& text) override;
     void showRefusal(Mode mode, const std::string& refusal) override;
@@ -35,6 +47,7 @@ class PreferencesControls : public HotKeyFieldsFace {
   private:
     /// A row of the layout for the field of one mode.
     void addField(QGridLayout& layout, Mode mode, const QString& caption);
+    void addIndexedFolders(QGridLayout& layout, int row);
 
     BWPreferencesWindow& window_;
 };

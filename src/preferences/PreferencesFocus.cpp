@@ -3,7 +3,6 @@
 #include "preferences/PreferencesControls.h"
 
 #include <QEvent>
-#include <QListWidget>
 #include <QPushButton>
 
 namespace brimwick {
@@ -57,6 +56,7 @@ void PreferencesFocus::showFocus(QWidget* control) {
          {controls_.hotKeyTextView, controls_.bwCopyModeHotKeyTextView, controls_.openModeHotKeyTextView})
         field->setFocusRingHidden(field != control);
     controls_.preferencesWindowCloseButton->setDefault(control == controls_.preferencesWindowCloseButton);
+    if (control == controls_.indexedFoldersTableView) control->setFocus(Qt::OtherFocusReason);
 }
 
 void PreferencesFocus::handleTabViewChange() {

@@ -1,0 +1,226 @@
+#include "preferences/IndexedFoldersController.h"
+
+#include "actions/TrashFolder.h"
+#include "feedback/Refusal.h"
+#include "feedback/ShowInFinder.h"
+#include "model/FileUrl.h"
+#include "model/IndexedFolderList.h"
+#include "model/PathText.h"
+#include "picker/DisplayText.h"
+#include "preferences/BWPreferencesWindow.h"
+#include "preferences/ChosenFolder.h"
+#include "preferences/PreferencesControls.h"
+#include "preferences/PreferencesFocus.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace brimwick {
+
+namespace {
+
+/// The Open mode's field, whose key a press in the list is taken for after a change by mouse.
+constexpr std::int32_t indexAfterChange = 2;
+
+} // namespace
+
+IndexedFoldersController::IndexedFoldersController(IndexedFoldersSurroundings surroundings,
+                                                   BWPreferencesWindow& window, PreferencesControls& controls,
+                                                   PreferencesFocus& focus, PreferencesPlace& place)
+    : surroundings_(std::move(surroundings)), window_(window), controls_(controls), focus_(focus),
+      place_(place) {
+    const auto connect = [this](QPushButton* button, void (IndexedFoldersController::*handler)()) {
+        QObject::connect(button, &QPushButton::clicked, &window_, [this, handler] { (this->*handler)(); });
+    };
+    connect(controls_.plusButton, &IndexedFoldersController::selectIndexedFolder);
+    connect(controls_.minusButton, &IndexedFoldersController::removeIndexedFolder);
+    connect(controls_.showInFinderButton, &IndexedFoldersController::showIndexedFolderInFinder);
+    connect(controls_.addTrashFolderButton, &IndexedFoldersController::addTrashFolderButtonWasPressed);
+    QObject::connect(controls_.rebuildIndexCheckBox, &QCheckBox::clicked, &window_,
+                     [this] { rebuildIndexCheckBoxChanged(); });
+    QObject::connect(controls_.preferencesContextMenuShowInFinderMenuItem, &QAction::triggered, &window_,
+                     [this] { showIndexedFolderInFinder(); });
+    QObject::connect(controls_.preferencesContextMenuRemoveFolderMenuItem, &QAction::triggered, &window_,
+                     [this] { removeIndexedFolder(); });
+    BWPreferencesTableView* const table = controls_.indexedFoldersTableView;
+    QObject::connect(table, &QListWidget::itemSelectionChanged, &window_,
+                     [this] { enableDisablePreferencesWindowControls(); });
+    QObject::connect(table, &QListWidget::itemDoubleClicked, &window_,
+                     [this] { showIndexedFolderInFinder(); });
+    table->setMenuWillOpen([this, table] {
+        focus_.showFocus(table);
+        enableDisablePreferencesWindowControls();
+    });
+}
+
+IndexedFoldersController::~IndexedFoldersController() = default;
+
+std::vector<BWSelectedFileOrFolder>& IndexedFoldersController::folders() const {
+    return surroundings_.folderIndexer.indexedFolders();
+}
+
+void IndexedFoldersController::focusList() {
+    focus_.showFocus(controls_.indexedFoldersTableView);
+    place_.preferencesWindowFocusedControlIndex = indexAfterChange;
+}
+
+void IndexedFoldersController::selectIndexedFolder() {
+    focusList();
+    panel_ = std::make_unique<QFileDialog>(&window_, "Add an Indexed Folder");
+    panel_->setFileMode(QFileDialog::Directory);
+    panel_->setOption(QFileDialog::ShowDirsOnly);
+    panel_->setLabelText(QFileDialog::Accept, "Select");
+    panel_->setDirectory(QFile::decodeName(QByteArray::fromStdString(surroundings_.realHomeDirectory)));
+    QObject::connect(panel_.get(), &QFileDialog::finished, &window_, [this](int result) {
+        // With it goes the list of what could be typed, which would keep the keyboard.
+        QFileDialog* const panel = panel_.release();
+        panel->deleteLater();
+        for (QWidget* popup = QApplication::activePopupWidget(); popup != nullptr;
+             popup = QApplication::activePopupWidget())
+            if (!popup->close()) break;
+        window_.makeKeyAndOrderFront();
+        const QStringList chosen = panel->selectedFiles();
+        // The desktop's own dialog may answer with nothing.
+        if (result == QDialog::Accepted && !chosen.isEmpty())
+            folderWasChosen(exactPathOfShown(chosen.first()));
+    });
+    panel_->open();
+}
+
+void IndexedFoldersController::folderWasChosen(const std::string& path) {
+    BWSelectedFileOrFolder folder = BWSelectedFileOrFolder::fileOrFolderWithURL(fileUrlWithPath(path, true));
+    if (IndexedFolderList::coversPath(folders(), folder.path())) {
+        subFolderAlert();
+    } else {
+        folders().push_back(std::move(folder));
+        surroundings_.indexRebuilder.setIndexedFoldersHaveChanged(true);
+    }
+    if (!surroundings_.indexRebuilder.indexedFoldersHaveChanged()) return;
+    forceRebuild();
+    surroundings_.preferences.savePreferences();
+    // After the save: the file keeps the order of the choices until the next one.
+    IndexedFolderList::sortByName(folders());
+    reload();
+    enableDisablePreferencesWindowControls();
+}
+
+void IndexedFoldersController::subFolderAlert() {
+    window_.makeKeyAndOrderFront();
+    QMessageBox alert(QMessageBox::Warning, "Brimwick", "Subfolder Not Allowed", QMessageBox::Ok, &window_);
+    alert.setInformativeText(
+        "Because the folder you selected is a subfolder of another indexed folder, it will automatically be "
+        "indexed when the other folder is indexed. Therefore it will not be separately added to the list of "
+        "indexed folders.");
+    alert.exec();
+}
+
+int IndexedFoldersController::rowToWorkWith() {
+    const auto refuseBecause = [this](const char* why) {
+        refuse(surroundings_.sounds, surroundings_.notifications, why);
+        return -1;
+    };
+    if (folders().empty()) return refuseBecause("No indexed folders are present in the list.");
+    const int row = controls_.indexedFoldersTableView->selectedRow();
+    focusList();
+    return row < 0 ? refuseBecause("No indexed folders are selected in the list.") : row;
+}
+
+void IndexedFoldersController::removeIndexedFolder() {
+    const int row = rowToWorkWith();
+    if (row < 0) return;
+    folders().erase(folders().begin() + row);
+    reload();
+    // The one that takes its place, so that several can be removed one after the other.
+    if (!folders().empty())
+        controls_.indexedFoldersTableView->selectRow(std::min(row, static_cast<int>(folders().size()) - 1));
+    forceRebuild();
+    surroundings_.preferences.savePreferences();
+    surroundings_.indexRebuilder.setIndexedFoldersHaveChanged(true);
+}
+
+void IndexedFoldersController::showIndexedFolderInFinder() {
+    const int row = rowToWorkWith();
+    if (row < 0) return;
+    showInFinder(folders().at(static_cast<std::size_t>(row)), surroundings_.fileManager,
+                 surroundings_.preferences, surroundings_.sounds);
+}
+
+void IndexedFoldersController::addTrashFolderButtonWasPressed() {
+    addTrashFolderToIndexedFolders();
+    forceRebuild();
+}
+
+void IndexedFoldersController::addTrashFolderToIndexedFolders() {
+    if (hasTrashFolder()) {
+        refuse(surroundings_.sounds, surroundings_.notifications, "Can't add more than one Trash folder.");
+        return;
+    }
+    const TrashFolder trash(surroundings_.realHomeDirectory);
+    if (const auto ready = trash.makeReady(); !ready)
+        surroundings_.notifications.sendUserNotification(ready.error().description);
+    BWSelectedFileOrFolder folder = BWSelectedFileOrFolder::fileOrFolderWithPath(trash.path());
+    folder.setName("Trash");
+    folders().push_back(std::move(folder));
+    reload();
+    selectIndexedFolderWithPath(trash.path());
+    surroundings_.preferences.savePreferences();
+    surroundings_.indexRebuilder.setIndexedFoldersHaveChanged(true);
+}
+
+bool IndexedFoldersController::hasTrashFolder() const {
+    return IndexedFolderList::hasTrashFolder(folders());
+}
+
+void IndexedFoldersController::selectIndexedFolderWithPath(const std::string& path) {
+    const auto found = std::ranges::find(folders(), path, &BWSelectedFileOrFolder::path);
+    if (found != folders().end())
+        controls_.indexedFoldersTableView->selectRow(static_cast<int>(found - folders().begin()));
+}
+
+void IndexedFoldersController::showIndexedFoldersCurtain() {
+    controls_.indexedFoldersCurtain->setGeometry(controls_.indexedFoldersTableView->rect());
+    controls_.indexedFoldersCurtain->show();
+    controls_.indexedFoldersCurtain->raise();
+}
+
+void IndexedFoldersController::hideIndexedFoldersCurtain() {
+    controls_.indexedFoldersCurtain->hide();
+}
+
+void IndexedFoldersController::enableDisablePreferencesWindowControls() {
+    if (surroundings_.indexRebuilder.indexIsRebuilding()) return;
+    const bool oneIsSelected = !folders().empty() && controls_.indexedFoldersTableView->selectedRow() >= 0;
+    controls_.minusButton->setEnabled(oneIsSelected);
+    controls_.showInFinderButton->setEnabled(oneIsSelected);
+    controls_.preferencesContextMenuRemoveFolderMenuItem->setEnabled(oneIsSelected);
+    controls_.preferencesContextMenuShowInFinderMenuItem->setEnabled(oneIsSelected);
+    controls_.addTrashFolderButton->setEnabled(!hasTrashFolder());
+}
+
+void IndexedFoldersController::rebuildIndexCheckBoxChanged() {
+    surroundings_.indexRebuilder.setIndexedFoldersHaveChanged(controls_.rebuildIndexCheckBox->isChecked());
+}
+
+void IndexedFoldersController::forceRebuild() {
+    controls_.rebuildIndexCheckBox->setChecked(true);
+    controls_.rebuildIndexCheckBox->setEnabled(false);
+    enableDisablePreferencesWindowControls();
+}
+
+void IndexedFoldersController::reload() {
+    BWPreferencesTableView& table = *controls_.indexedFoldersTableView;
+    table.clear();
+    for (const BWSelectedFileOrFolder& folder : folders()) {
+        const QString path = displayText(folder.path());
+        auto* const row = new QListWidgetItem(surroundings_.icons.image(folder.icon()),
+                                              folder.isTrashFolder() ? QString("Trash") : path, &table);
+        row->setToolTip(path);
+    }
+}
+
+} // namespace brimwick

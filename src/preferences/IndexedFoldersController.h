@@ -1,0 +1,82 @@
+#pragma once
+
+#include "feedback/SoundBox.h"
+#include "feedback/UserNotifications.h"
+#include "hotkeys/PreferencesPlace.h"
+#include "model/FolderIndexer.h"
+#include "model/IndexRebuilder.h"
+#include "model/PreferencesStore.h"
+#include "picker/EntryIcons.h"
+#include "platform/ports/FileManager.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QFileDialog;
+
+namespace brimwick {
+
+class BWPreferencesWindow;
+class PreferencesControls;
+class PreferencesFocus;
+
+/// What the list of indexed folders uses of the rest of the program. All of it outlives the controller.
+struct IndexedFoldersSurroundings {
+    FolderIndexer& folderIndexer;
+    IndexRebuilder& indexRebuilder;
+    PreferencesStore& preferences;
+    SoundBox& sounds;
+    UserNotifications& notifications;
+    FileManager& fileManager;
+    const EntryIcons& icons;
+    std::string realHomeDirectory;
+};
+
+/// The list of indexed folders in the preferences window: shown and changed. Each change is saved at once;
+/// the index is rebuilt when the window goes. Main thread only.
+class IndexedFoldersController {
+  public:
+    /// Everything outlives the controller.
+    IndexedFoldersController(IndexedFoldersSurroundings surroundings, BWPreferencesWindow& window,
+                             PreferencesControls& controls, PreferencesFocus& focus, PreferencesPlace& place);
+    IndexedFoldersController(const IndexedFoldersController&) = delete;
+    IndexedFoldersController& operator=(const IndexedFoldersController&) = delete;
+    ~IndexedFoldersController();
+
+    /// Asks for a folder to add; returns at once.
+    void selectIndexedFolder();
+    void removeIndexedFolder();
+    void showIndexedFolderInFinder();
+    void addTrashFolderButtonWasPressed();
+    void addTrashFolderToIndexedFolders();
+    bool hasTrashFolder() const;
+    /// Selects the first row of exactly that path.
+    void selectIndexedFolderWithPath(const std::string& path);
+    void subFolderAlert();
+
+    void showIndexedFoldersCurtain();
+    void hideIndexedFoldersCurtain();
+    /// What can be done to the list as it is; changes nothing while the index is being rebuilt.
+    void enableDisablePreferencesWindowControls();
+    void rebuildIndexCheckBoxChanged();
+    /// Shows the list as the model has it; the selection is gone.
+    void reload();
+
+  private:
+    std::vector<BWSelectedFileOrFolder>& folders() const;
+    void focusList();
+    /// The selected row, or nothing, and then the user was told why.
+    int rowToWorkWith();
+    void folderWasChosen(const std::string& path);
+    void forceRebuild();
+
+    IndexedFoldersSurroundings surroundings_;
+    BWPreferencesWindow& window_;
+    PreferencesControls& controls_;
+    PreferencesFocus& focus_;
+    PreferencesPlace& place_;
+    std::unique_ptr<QFileDialog> panel_;
+};
+
+} // namespace brimwick

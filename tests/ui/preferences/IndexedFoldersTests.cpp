@@ -1,0 +1,266 @@
+#include "model/PathText.h"
+#include "preferences/ChosenFolder.h"
+#include "ui/support/ProgramTest.h"
+
+#include <QCheckBox>
+#include <QContextMenuEvent>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include <gmock/gmock.h>
+
+namespace brimwick {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Paths = std::vector<std::string>;
+
+} // namespace
+
+/// The list of indexed folders in the preferences window of the whole program.
+class IndexedFolders : public ProgramTest {
+  protected:
+    void startWith(const Paths& folders) {
+        for (const char* name : {"x/Projects/Web", "y/Docs", "y/Documents", "z"}) home.makeFolder(name);
+        storePreferences(folders);
+        start();
+        showPreferences();
+    }
+    const PreferencesControls& shown() { return preferences().controls(); }
+    BWPreferencesTableView& table() { return *shown().indexedFoldersTableView; }
+
+    /// Chooses in the panel as a user does who types the path.
+    void add(const std::string& path) {
+        shown().plusButton->click();
+        auto* const panel = preferences().preferencesWindow().findChild<QFileDialog*>();
+        ASSERT_NE(panel, nullptr);
+        EXPECT_TRUE(panel->isVisible());
+        EXPECT_EQ(panel->labelText(QFileDialog::Accept), "Select");
+        panel->setDirectory(QFile::decodeName(parentPath(path).c_str()));
+        panel->selectFile(QFile::decodeName(path.c_str()));
+        static_cast<QDialog*>(panel)->accept();
+    }
+    /// The same, where an alert comes; its texts.
+    std::pair<QString, QString> addAndBeRefused(const std::string& path) {
+        std::pair<QString, QString> texts;
+        QTimer::singleShot(0, &preferences().preferencesWindow(), [&texts] {
+            auto* const alert = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(alert, nullptr);
+            EXPECT_EQ(alert->windowTitle(), "Brimwick");
+            texts = {alert->text(), alert->informativeText()};
+            alert->accept();
+        });
+        add(path);
+        return texts;
+    }
+    Paths listed() {
+        Paths paths;
+        for (const auto& folder : brimwick->model().folderIndexer().indexedFolders())
+            paths.push_back(folder.path());
+        return paths;
+    }
+    Paths saved() const {
+        const std::vector<BWSelectedFileOrFolder> none;
+        PreferencesStore store(supportFolder(), Resources(BRIMWICK_RESOURCES), none);
+        store.loadPreferences();
+        return store.indexedFolderPaths();
+    }
+    bool changed() { return brimwick->model().indexRebuilder().indexedFoldersHaveChanged(); }
+    void expectRebuildIsForced() {
+        EXPECT_TRUE(shown().rebuildIndexCheckBox->isChecked());
+        EXPECT_FALSE(shown().rebuildIndexCheckBox->isEnabled());
+        EXPECT_TRUE(changed());
+    }
+    std::int32_t focusedIndex() { return preferences().place().preferencesWindowFocusedControlIndex; }
+    std::vector<std::string> told() {
+        std::vector<std::string> texts;
+        for (const std::string& text : notifications.texts()) texts.push_back(text);
+        return texts;
+    }
+};
+
+TEST_F(IndexedFolders, AnAddedOneIsSavedBeforeTheListIsSorted) {
+    startWith({home / "z"});
+    add(home / "y/Docs");
+    EXPECT_THAT(saved(), ElementsAre(home / "z", home / "y/Docs"));
+    EXPECT_THAT(listed(), ElementsAre(home / "y/Docs", home / "z"));
+    EXPECT_EQ(table().item(0)->text().toStdString(), home / "y/Docs");
+    expectRebuildIsForced();
+    EXPECT_EQ(focusedIndex(), 2);
+}
+
+TEST_F(IndexedFolders, ASubfolderOfOneIsRefusedAndSoIsTheSameAgain) {
+    startWith({home / "x/Projects"});
+    for (const std::string& path : {home / "x/Projects/Web", home / "x/Projects"}) {
+        const auto [text, more] = addAndBeRefused(path);
+        EXPECT_EQ(text, "Subfolder Not Allowed");
+        EXPECT_EQ(more.toStdString(),
+                  "Because the folder you selected is a subfolder of another indexed folder, it will "
+                  "automatically be indexed when the other folder is indexed. Therefore it will not be "
+                  "separately added to the list of indexed folders.");
+    }
+    EXPECT_THAT(listed(), ElementsAre(home / "x/Projects"));
+    EXPECT_FALSE(changed());
+    EXPECT_TRUE(shown().rebuildIndexCheckBox->isEnabled());
+}
+
+TEST_F(IndexedFolders, AnyPathThatContainsAListedOneIsRefused) {
+    startWith({home / "y/Doc"});
+    EXPECT_EQ(addAndBeRefused(home / "y/Documents").first, "Subfolder Not Allowed");
+    EXPECT_THAT(listed(), ElementsAre(home / "y/Doc"));
+}
+
+TEST_F(IndexedFolders, AFolderAboveAListedOneIsAddedAndBothStay) {
+    startWith({home / "x/Projects/Web"});
+    add(home / "x/Projects");
+    EXPECT_THAT(listed(), testing::UnorderedElementsAre(home / "x/Projects", home / "x/Projects/Web"));
+}
+
+TEST_F(IndexedFolders, AfterAChangeARefusedFolderStillSaves) {
+    startWith({home / "z"});
+    add(home / "y/Docs");
+    addAndBeRefused(home / "z");
+    EXPECT_THAT(saved(), ElementsAre(home / "y/Docs", home / "z"));
+}
+
+TEST_F(IndexedFolders, NothingChangesWhenThePanelIsCancelled) {
+    startWith({home / "z"});
+    shown().plusButton->click();
+    auto* const panel = preferences().preferencesWindow().findChild<QFileDialog*>();
+    ASSERT_NE(panel, nullptr);
+    panel->reject();
+    EXPECT_THAT(listed(), ElementsAre(home / "z"));
+    EXPECT_FALSE(changed());
+}
+
+TEST_F(IndexedFolders, OfNamesThatAreNoUtf8AreFoundAgainByHowTheyLook) {
+    const std::string odd = home / "odd \xff\xfe/in\xfdside";
+    std::filesystem::create_directories(odd);
+    EXPECT_EQ(exactPathOfShown(QFile::decodeName(odd.c_str())), odd);
+    EXPECT_EQ(exactPathOfShown(QFile::decodeName(home.path().c_str())), home.path());
+    EXPECT_EQ(exactPathOfShown("/no/such/folder"), "/no/such/folder");
+    startWith({odd});
+    preferences().indexedFolders().addTrashFolderButtonWasPressed();
+    EXPECT_THAT(saved(), ElementsAre(odd, home / ".Trash"));
+}
+
+TEST_F(IndexedFolders, WithoutTheLastTheListIsEmptyAndChanged) {
+    startWith({home / "z"});
+    table().selectRow(0);
+    EXPECT_TRUE(shown().minusButton->isEnabled());
+    shown().minusButton->click();
+    EXPECT_THAT(listed(), IsEmpty());
+    EXPECT_THAT(saved(), IsEmpty());
+    EXPECT_EQ(table().count(), 0);
+    EXPECT_FALSE(shown().minusButton->isEnabled());
+    EXPECT_FALSE(shown().showInFinderButton->isEnabled());
+    expectRebuildIsForced();
+    EXPECT_EQ(focusedIndex(), 2);
+}
+
+TEST_F(IndexedFolders, CannotBeRemovedOrShownWhereThereAreNoneOrNoneIsSelected) {
+    startWith({});
+    EXPECT_FALSE(shown().minusButton->isEnabled());
+    EXPECT_FALSE(shown().showInFinderButton->isEnabled());
+    EXPECT_FALSE(shown().preferencesContextMenuRemoveFolderMenuItem->isEnabled());
+    EXPECT_FALSE(shown().preferencesContextMenuShowInFinderMenuItem->isEnabled());
+    preferences().indexedFolders().removeIndexedFolder();
+    EXPECT_EQ(told().back(), "No indexed folders are present in the list.");
+    add(home / "z");
+    table().clearSelection();
+    preferences().indexedFolders().showIndexedFolderInFinder();
+    EXPECT_EQ(told().back(), "No indexed folders are selected in the list.");
+    EXPECT_THAT(sounds.played, ElementsAre("Basso.aiff", "Basso.aiff"));
+    EXPECT_THAT(fileManager.opened, IsEmpty());
+}
+
+TEST_F(IndexedFolders, AreShownInTheFileManagerWithASound) {
+    startWith({home / "y/Docs", home / "z"});
+    table().selectRow(1);
+    shown().showInFinderButton->click();
+    EXPECT_THAT(fileManager.opened, ElementsAre(fileUrlWithPath(home / "z", true)));
+    EXPECT_EQ(sounds.played.size(), 1U);
+    EXPECT_EQ(focusedIndex(), 2);
+    emit table().itemDoubleClicked(table().item(1));
+    EXPECT_EQ(fileManager.opened.size(), 2U);
+}
+
+TEST_F(IndexedFolders, TheTrashIsAddedOnceAndSelected) {
+    startWith({home.path()});
+    EXPECT_TRUE(shown().addTrashFolderButton->isEnabled());
+    shown().addTrashFolderButton->click();
+    EXPECT_THAT(listed(), ElementsAre(home.path(), home / ".Trash"));
+    EXPECT_THAT(saved(), ElementsAre(home.path(), home / ".Trash"));
+    EXPECT_EQ(table().selectedRow(), 1);
+    EXPECT_EQ(table().item(1)->text(), "Trash");
+    EXPECT_FALSE(shown().addTrashFolderButton->isEnabled());
+    expectRebuildIsForced();
+    preferences().indexedFolders().addTrashFolderButtonWasPressed();
+    EXPECT_EQ(told().back(), "Can't add more than one Trash folder.");
+    EXPECT_THAT(sounds.played, ElementsAre("Basso.aiff"));
+    EXPECT_EQ(listed().size(), 2U);
+}
+
+TEST_F(IndexedFolders, AreSelectedByARightClickBeforeTheMenuOpens) {
+    startWith({home / "y/Docs", home / "z"});
+    const auto rightClick = [this](const QPoint& point) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, point, table().viewport()->mapToGlobal(point));
+        QApplication::sendEvent(table().viewport(), &event);
+        EXPECT_TRUE(table().menu().isVisible());
+        table().menu().close();
+    };
+    rightClick(table().visualItemRect(table().item(1)).center());
+    EXPECT_EQ(table().selectedRow(), 1);
+    EXPECT_TRUE(shown().preferencesContextMenuRemoveFolderMenuItem->isEnabled());
+    rightClick({5, table().viewport()->height() - 2});
+    EXPECT_EQ(table().selectedRow(), 1) << "below the last row the selection stays";
+}
+
+TEST_F(IndexedFolders, AreIndexedWhenTheWindowClosesAfterAChange) {
+    for (const bool byTitleBar : {false, true}) {
+        startWith({home / "z"});
+        add(home / "y");
+        if (byTitleBar)
+            preferences().preferencesWindow().close();
+        else
+            shown().preferencesWindowCloseButton->click();
+        EXPECT_TRUE(preferences().isInPhantomMode());
+        EXPECT_TRUE(brimwick->model().indexRebuilder().indexIsRebuilding());
+        ASSERT_TRUE(mainLoop.runNext());
+        EXPECT_FALSE(changed());
+        EXPECT_EQ(brimwick->model().folderIndexer().index()->size(), 4U);
+        showPreferences();
+        EXPECT_FALSE(shown().rebuildIndexCheckBox->isChecked());
+        EXPECT_TRUE(shown().rebuildIndexCheckBox->isEnabled());
+        brimwick.reset();
+    }
+}
+
+TEST_F(IndexedFolders, AreIndexedAnewWhenTheBoxIsTickedAndNotWhenItIsUntickedAgain) {
+    startWith({home / "z"});
+    shown().rebuildIndexCheckBox->click();
+    EXPECT_TRUE(changed());
+    shown().rebuildIndexCheckBox->click();
+    EXPECT_FALSE(changed());
+    preferences().hidePreferences();
+    EXPECT_FALSE(brimwick->model().indexRebuilder().indexIsRebuilding());
+    showPreferences();
+    shown().rebuildIndexCheckBox->click();
+    preferences().hidePreferences();
+    EXPECT_TRUE(brimwick->model().indexRebuilder().indexIsRebuilding());
+    EXPECT_FALSE(shown().indexedFoldersCurtain->isVisible());
+    showPreferences();
+    EXPECT_TRUE(shown().indexedFoldersCurtain->isVisible());
+    shown().addTrashFolderButton->setEnabled(false);
+    preferences().enableDisablePreferencesWindowControls();
+    EXPECT_FALSE(shown().addTrashFolderButton->isEnabled()) << "nothing changes while the index is rebuilt";
+    ASSERT_TRUE(mainLoop.runNext());
+    EXPECT_FALSE(shown().indexedFoldersCurtain->isVisible());
+}
+
+} // namespace brimwick
