@@ -77,8 +77,9 @@ def transfer_section(results) -> str:
     transfer = results["transfer"]
     return f"""## Moving and copying
 
-Whole processes over small files on the disk, in {transfer["rounds"]} rounds in which each has its turn; medians. Brimwick ends when all is
-safely on the disk. So the others are followed by a flush of the target, where it says so; a move on one disk and gio are not.
+Whole processes over small files on {transfer["disk"]}, in {transfer["rounds"]} rounds in which each has its turn; medians. What is moved to
+another disk comes from {transfer["other"]}. Brimwick ends when all is safely on the disk; so the others are followed by a
+flush of the target where it says so, which a move on one disk and gio are not.
 
 {tables.markdown(*tables.transfers(transfer))}"""
 

@@ -57,7 +57,7 @@ def searches(search):
 def transfers(transfer):
     others = list(dict.fromkeys(name for case in transfer["cases"] for name in case["seconds"]))
     rows = [
-        [case["name"], *(f"{case['seconds'][name]:.2f} s" if name in case["seconds"] else "" for name in others)]
+        [case["name"], *(f"{case['seconds'][name]:.3g} s" if name in case["seconds"] else "" for name in others)]
         for case in transfer["cases"]
     ]
     return rows, ["what", *others]

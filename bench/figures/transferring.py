@@ -7,9 +7,10 @@ import subprocess
 import tempfile
 from pathlib import Path
 
+from .machine import file_system
 from .programs import found
 from .timing import CannotMeasure, median_seconds, run_timed
-from .trees import REPOSITORY, work_folder
+from .trees import REPOSITORY
 from .walking import OURS
 
 DRIVER = REPOSITORY / "build/release/tests/file-action-driver"
@@ -30,7 +31,8 @@ class Ground:
         self._numbers = itertools.count()
 
     def __enter__(self):
-        self.disk = Path(tempfile.mkdtemp(prefix="transfers-", dir=work_folder()))
+        # Beside what was built, whatever is mounted where the trees lie: a flush shall have something to do.
+        self.disk = Path(tempfile.mkdtemp(prefix="transfers-", dir=REPOSITORY / "build"))
         self.other = Path(tempfile.mkdtemp(prefix="brimwick-transfers-", dir=OTHER_FILE_SYSTEM))
         if self.disk.stat().st_dev == self.other.stat().st_dev:
             raise CannotMeasure(f"{self.disk} and {self.other} lie on one file system")
@@ -141,4 +143,5 @@ def cases(ground: Ground, files: int) -> list:
 def measure_transfers(files: int, large: int, rounds: int) -> dict:
     with Ground(files, large) as ground:
         return {"files": files, "rounds": rounds,
+                "disk": file_system(ground.disk), "other": file_system(ground.other),
                 "cases": [case.measure(ground, rounds) for case in cases(ground, files)]}  # fmt: skip

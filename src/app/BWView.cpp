@@ -101,8 +101,7 @@ void BWView::animateIconUsingMethodWithToolTip(bool /*example*/, std::int64_t /*
                                                const std::string& /*toolTip*/) {}
 
 void BWView::hideRebuildIndexProgressIndicator() {
-    preferences_.indexedFolders().hideIndexedFoldersCurtain();
-    preferences_.enableDisablePreferencesWindowControls();
+    preferences_.indexedFolders().rebuildHasEnded();
     if (!picker_.isVisible()) return;
     QLineEdit* searchField = picker_.controls().searchField;
     picker_.wickWindow().raise();

@@ -99,10 +99,10 @@ bool KeyDispatcher::handleInPreferences(const KeyEvent& event) {
         preferences_.preferencesWindowCloseButtonWasPressed();
         break;
     case PreferencesKey::SelectIndexedFolder:
-        preferences_.indexedFolders().selectIndexedFolder();
+        if (!event.isARepeat) preferences_.indexedFolders().selectIndexedFolder();
         break;
     case PreferencesKey::RemoveIndexedFolder:
-        preferences_.indexedFolders().removeIndexedFolder();
+        if (!event.isARepeat) preferences_.indexedFolders().removeIndexedFolder();
         break;
     case PreferencesKey::FocusNext:
         preferences_.moveFocus(true);

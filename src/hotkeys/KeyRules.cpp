@@ -95,7 +95,8 @@ bool hotKeyFieldIsFocused(const PreferencesPlace& place) {
 
 PreferencesKey preferencesKey(const KeyEvent& pressed, const PreferencesPlace& place) {
     // In a field the press itself is what counts: Ctrl may become part of a hot key.
-    const KeyEvent event = hotKeyFieldIsFocused(place) ? pressed : withWindowShortcut(pressed);
+    const bool isInField = hotKeyFieldIsFocused(place) && !place.listHasFocus;
+    const KeyEvent event = isInField ? pressed : withWindowShortcut(pressed);
     if (event.keyCode == KeyCode::w && event.has(ModifierFlag::command)) return PreferencesKey::Close;
     if (event.keyCode <= lastOfRecordedCodes) return PreferencesKey::Record;
     switch (event.keyCode) {

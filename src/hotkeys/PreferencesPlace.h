@@ -12,6 +12,8 @@ struct PreferencesPlace {
     PreferencesTab selectedTab = PreferencesTab::General;
     /// The position of the focused control in the tab order of that tab.
     std::int32_t preferencesWindowFocusedControlIndex = 0;
+    /// The list of folders has the focus, whatever the position says.
+    bool listHasFocus = false;
 };
 
 /// Positions in the tab orders that have a meaning of their own.

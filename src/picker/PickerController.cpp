@@ -2,7 +2,6 @@
 
 #include "feedback/Refusal.h"
 #include "feedback/ShowInFinder.h"
-
 #include "picker/BWWickTableView.h"
 #include "picker/PickerGeometry.h"
 

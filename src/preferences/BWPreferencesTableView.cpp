@@ -20,6 +20,12 @@ void BWPreferencesTableView::selectRow(int row) {
     scrollToItem(item(row));
 }
 
+void BWPreferencesTableView::focusInEvent(QFocusEvent* event) {
+    QListWidget::focusInEvent(event);
+    // So that the first press of an arrow key selects the first row, not the second.
+    if (selectedRow() < 0) selectionModel()->clearCurrentIndex();
+}
+
 void BWPreferencesTableView::contextMenuEvent(QContextMenuEvent* event) {
     const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
     if (byMouse) {

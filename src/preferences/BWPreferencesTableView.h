@@ -22,6 +22,7 @@ class BWPreferencesTableView : public QListWidget {
 
   protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
   private:
     QMenu menu_;

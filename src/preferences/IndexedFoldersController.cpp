@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -24,7 +25,7 @@ namespace brimwick {
 
 namespace {
 
-/// The Open mode's field, whose key a press in the list is taken for after a change by mouse.
+/// The Open mode's field, whose key a press in the list is taken for after a command.
 constexpr std::int32_t indexAfterChange = 2;
 
 } // namespace
@@ -67,6 +68,7 @@ std::vector<BWSelectedFileOrFolder>& IndexedFoldersController::folders() const {
 void IndexedFoldersController::focusList() {
     focus_.showFocus(controls_.indexedFoldersTableView);
     place_.preferencesWindowFocusedControlIndex = indexAfterChange;
+    place_.listHasFocus = true;
 }
 
 void IndexedFoldersController::selectIndexedFolder() {
@@ -83,13 +85,17 @@ void IndexedFoldersController::selectIndexedFolder() {
         for (QWidget* popup = QApplication::activePopupWidget(); popup != nullptr;
              popup = QApplication::activePopupWidget())
             if (!popup->close()) break;
-        window_.makeKeyAndOrderFront();
+        if (!window_.isInPhantomMode()) window_.makeKeyAndOrderFront();
         const QStringList chosen = panel->selectedFiles();
-        // The desktop's own dialog may answer with nothing.
-        if (result == QDialog::Accepted && !chosen.isEmpty())
-            folderWasChosen(exactPathOfShown(chosen.first()));
+        // The desktop's own dialog may answer with nothing, or with what lies on another machine.
+        if (result == QDialog::Accepted && !chosen.isEmpty() && QDir::isAbsolutePath(chosen.first()))
+            folderWasChosen(exactPathOfShown(QDir::cleanPath(chosen.first())));
     });
     panel_->open();
+}
+
+void IndexedFoldersController::closePanel() {
+    if (panel_) panel_->reject();
 }
 
 void IndexedFoldersController::folderWasChosen(const std::string& path) {
@@ -106,6 +112,7 @@ void IndexedFoldersController::folderWasChosen(const std::string& path) {
     // After the save: the file keeps the order of the choices until the next one.
     IndexedFolderList::sortByName(folders());
     reload();
+    selectIndexedFolderWithPath(path);
     enableDisablePreferencesWindowControls();
 }
 
@@ -161,8 +168,10 @@ void IndexedFoldersController::addTrashFolderToIndexedFolders() {
         return;
     }
     const TrashFolder trash(surroundings_.realHomeDirectory);
-    if (const auto ready = trash.makeReady(); !ready)
-        surroundings_.notifications.sendUserNotification(ready.error().description);
+    if (const auto ready = trash.makeReady(); !ready) {
+        refuse(surroundings_.sounds, surroundings_.notifications, ready.error().description);
+        return;
+    }
     BWSelectedFileOrFolder folder = BWSelectedFileOrFolder::fileOrFolderWithPath(trash.path());
     folder.setName("Trash");
     folders().push_back(std::move(folder));
@@ -183,7 +192,6 @@ void IndexedFoldersController::selectIndexedFolderWithPath(const std::string& pa
 }
 
 void IndexedFoldersController::showIndexedFoldersCurtain() {
-    controls_.indexedFoldersCurtain->setGeometry(controls_.indexedFoldersTableView->rect());
     controls_.indexedFoldersCurtain->show();
     controls_.indexedFoldersCurtain->raise();
 }
@@ -193,7 +201,18 @@ void IndexedFoldersController::hideIndexedFoldersCurtain() {
 }
 
 void IndexedFoldersController::enableDisablePreferencesWindowControls() {
-    if (surroundings_.indexRebuilder.indexIsRebuilding()) return;
+    if (!surroundings_.indexRebuilder.indexIsRebuilding()) updateEnabledState();
+}
+
+void IndexedFoldersController::rebuildHasEnded() {
+    hideIndexedFoldersCurtain();
+    updateEnabledState();
+    // What was changed meanwhile is not in this index.
+    if (!window_.isInPhantomMode() && controls_.rebuildIndexCheckBox->isChecked())
+        surroundings_.indexRebuilder.setIndexedFoldersHaveChanged(true);
+}
+
+void IndexedFoldersController::updateEnabledState() {
     const bool oneIsSelected = !folders().empty() && controls_.indexedFoldersTableView->selectedRow() >= 0;
     controls_.minusButton->setEnabled(oneIsSelected);
     controls_.showInFinderButton->setEnabled(oneIsSelected);
@@ -219,7 +238,7 @@ void IndexedFoldersController::reload() {
         const QString path = displayText(folder.path());
         auto* const row = new QListWidgetItem(surroundings_.icons.image(folder.icon()),
                                               folder.isTrashFolder() ? QString("Trash") : path, &table);
-        row->setToolTip(path);
+        row->setToolTip(path.toHtmlEscaped());
     }
 }
 

@@ -46,6 +46,8 @@ class IndexedFoldersController {
 
     /// Asks for a folder to add; returns at once.
     void selectIndexedFolder();
+    /// Ends what selectIndexedFolder() began, as if the user had cancelled it.
+    void closePanel();
     void removeIndexedFolder();
     void showIndexedFolderInFinder();
     void addTrashFolderButtonWasPressed();
@@ -59,6 +61,8 @@ class IndexedFoldersController {
     void hideIndexedFoldersCurtain();
     /// What can be done to the list as it is; changes nothing while the index is being rebuilt.
     void enableDisablePreferencesWindowControls();
+    /// The index is there, or will not come.
+    void rebuildHasEnded();
     void rebuildIndexCheckBoxChanged();
     /// Shows the list as the model has it; the selection is gone.
     void reload();
@@ -70,6 +74,7 @@ class IndexedFoldersController {
     int rowToWorkWith();
     void folderWasChosen(const std::string& path);
     void forceRebuild();
+    void updateEnabledState();
 
     IndexedFoldersSurroundings surroundings_;
     BWPreferencesWindow& window_;

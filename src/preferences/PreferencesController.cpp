@@ -12,7 +12,7 @@ PreferencesController::PreferencesController(PreferencesSurroundings surrounding
                      surroundings_.keyboardLayout, surroundings_.mainLoop, place_, controls_,
                      surroundings_.terminate, surroundings_.setMenuItemKeyEquivalents}),
       indexedFolders_(surroundings_.indexedFolders, preferencesWindow_, controls_, focus_, place_) {
-    preferencesWindow_.setClosedHandler([this] { rebuildIfFoldersHaveChanged(); });
+    preferencesWindow_.setClosedHandler([this] { windowWasHidden(true); });
     QObject::connect(controls_.preferencesWindowCloseButton, &QPushButton::clicked, &preferencesWindow_,
                      [this] { preferencesWindowCloseButtonWasPressed(); });
 }
@@ -36,15 +36,20 @@ void PreferencesController::showPreferences() {
 }
 
 void PreferencesController::hidePreferences() {
+    const bool wasShown = !isInPhantomMode();
     preferencesWindow_.setPhantomMode(true);
-    rebuildIfFoldersHaveChanged();
+    windowWasHidden(wasShown);
 }
 
-void PreferencesController::rebuildIfFoldersHaveChanged() {
+void PreferencesController::windowWasHidden(bool wasShown) {
+    indexedFolders_.closePanel();
     IndexRebuilder& rebuilder = surroundings_.indexedFolders.indexRebuilder;
     if (!rebuilder.indexedFoldersHaveChanged()) return;
+    const bool walksTheFormerList = rebuilder.indexIsRebuilding();
     rebuilder.rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger(),
                                                                       rebuildReasonPreferencesChanged);
+    if (walksTheFormerList && wasShown && controls_.rebuildIndexCheckBox->isChecked())
+        rebuilder.setNeedToRebuildIndexAgain(true);
 }
 
 void PreferencesController::populatePreferencesWindow() {

@@ -52,7 +52,7 @@ class PreferencesController {
   private:
     void populatePreferencesWindow();
     /// Starts the rebuild that changes of the list ask for.
-    void rebuildIfFoldersHaveChanged();
+    void windowWasHidden(bool wasShown);
 
     PreferencesSurroundings surroundings_;
     PreferencesPlace place_;

@@ -59,10 +59,14 @@ void PreferencesControls::addIndexedFolders(QGridLayout& layout, int row) {
     indexedFoldersTableView->setMinimumHeight(listHeight);
     layout.addWidget(indexedFoldersTableView, row, 1);
     preferencesContextMenuShowInFinderMenuItem = indexedFoldersTableView->menu().addAction("Show");
-    preferencesContextMenuRemoveFolderMenuItem = indexedFoldersTableView->menu().addAction("Remove Folder");
+    preferencesContextMenuRemoveFolderMenuItem =
+        indexedFoldersTableView->menu().addAction("Remove from List");
     indexedFoldersCurtain->setAlignment(Qt::AlignCenter);
     indexedFoldersCurtain->setAutoFillBackground(true);
     indexedFoldersCurtain->hide();
+    auto* const overList = new QVBoxLayout(indexedFoldersTableView);
+    overList->setContentsMargins(0, 0, 0, 0);
+    overList->addWidget(indexedFoldersCurtain);
 
     plusButton->setToolTip("Add a folder, with all folders in it");
     plusButton->setAccessibleName("Add a folder");

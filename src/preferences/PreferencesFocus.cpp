@@ -2,7 +2,7 @@
 
 #include "preferences/PreferencesControls.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QPushButton>
 
 namespace brimwick {
@@ -16,7 +16,10 @@ class FocusObserver : public QObject {
         control->installEventFilter(this);
     }
     bool eventFilter(QObject* /*control*/, QEvent* event) override {
-        if (event->type() == QEvent::FocusIn) focused_();
+        if (event->type() != QEvent::FocusIn) return false;
+        // Nothing was chosen when only the window, or a menu before it, came and went.
+        const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) focused_();
         return false;
     }
 
@@ -36,6 +39,8 @@ PreferencesFocus::PreferencesFocus(PreferencesControls& controls, PreferencesPla
         observers_.push_back(
             std::make_unique<FocusObserver>(preferencesWindowTabOrder_[position], [this, position] {
                 place_.preferencesWindowFocusedControlIndex = static_cast<std::int32_t>(position);
+                place_.listHasFocus =
+                    preferencesWindowTabOrder_[position] == controls_.indexedFoldersTableView;
                 showFocus(preferencesWindowTabOrder_[position]);
             }));
 }
@@ -61,6 +66,7 @@ void PreferencesFocus::showFocus(QWidget* control) {
 
 void PreferencesFocus::handleTabViewChange() {
     place_.preferencesWindowFocusedControlIndex = 0;
+    place_.listHasFocus = false;
     controls_.hotKeyTextView->setFocus(Qt::OtherFocusReason);
     showFocus(controls_.hotKeyTextView);
 }

@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
 
@@ -36,6 +37,8 @@ class IndexedFolders : public ProgramTest {
 
     /// Chooses in the panel as a user does who types the path.
     void add(const std::string& path) {
+        // Without the panel before.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         shown().plusButton->click();
         auto* const panel = preferences().preferencesWindow().findChild<QFileDialog*>();
         ASSERT_NE(panel, nullptr);
@@ -48,13 +51,15 @@ class IndexedFolders : public ProgramTest {
     /// The same, where an alert comes; its texts.
     std::pair<QString, QString> addAndBeRefused(const std::string& path) {
         std::pair<QString, QString> texts;
-        QTimer::singleShot(0, &preferences().preferencesWindow(), [&texts] {
+        QTimer answer;
+        QObject::connect(&answer, &QTimer::timeout, &answer, [&texts] {
             auto* const alert = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_NE(alert, nullptr);
+            if (alert == nullptr) return;
             EXPECT_EQ(alert->windowTitle(), "Brimwick");
             texts = {alert->text(), alert->informativeText()};
             alert->accept();
         });
+        answer.start(10);
         add(path);
         return texts;
     }
@@ -261,6 +266,34 @@ TEST_F(IndexedFolders, AreIndexedAnewWhenTheBoxIsTickedAndNotWhenItIsUntickedAga
     EXPECT_FALSE(shown().addTrashFolderButton->isEnabled()) << "nothing changes while the index is rebuilt";
     ASSERT_TRUE(mainLoop.runNext());
     EXPECT_FALSE(shown().indexedFoldersCurtain->isVisible());
+    EXPECT_TRUE(shown().addTrashFolderButton->isEnabled());
+}
+
+TEST_F(IndexedFolders, ThatWereAddedWhileTheIndexWasMadeAreIndexedNext) {
+    for (const bool closedBefore : {true, false}) {
+        startWith({home / "z"});
+        shown().rebuildIndexCheckBox->click();
+        preferences().hidePreferences();
+        showPreferences();
+        add(home / "y");
+        if (closedBefore) preferences().hidePreferences();
+        ASSERT_TRUE(mainLoop.runNext());
+        if (!closedBefore) preferences().hidePreferences();
+        ASSERT_TRUE(mainLoop.runNext());
+        EXPECT_EQ(brimwick->model().folderIndexer().index()->size(), 4U);
+        brimwick.reset();
+    }
+}
+
+TEST_F(IndexedFolders, AreNotAskedForAnyMoreOnceTheWindowIsHidden) {
+    startWith({home / "z"});
+    shown().plusButton->click();
+    const QPointer<QFileDialog> panel = preferences().preferencesWindow().findChild<QFileDialog*>();
+    ASSERT_FALSE(panel.isNull());
+    preferences().hidePreferences();
+    EXPECT_FALSE(panel && panel->isVisible());
+    EXPECT_TRUE(preferences().isInPhantomMode());
+    EXPECT_THAT(listed(), ElementsAre(home / "z"));
 }
 
 } // namespace brimwick
