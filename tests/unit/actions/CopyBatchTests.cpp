@@ -7,10 +7,8 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
 #include <fstream>
 #include <functional>
-#include <thread>
 
 #include "unit/actions/FileFacts.h"
 
@@ -225,11 +223,6 @@ TEST_F(CopyBatchTest, NumbersNamesInTheOrderOfTheItems) {
     EXPECT_EQ(TemporaryFolder::read(target / "same"), "content of " + names[0]);
     for (std::size_t i = 1; i < names.size(); ++i)
         EXPECT_EQ(TemporaryFolder::read(*results[i]), "content of " + names[i]);
-}
-
-/// The clock of some file systems stands still for so long.
-void waitForAnotherTime() {
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
 }
 
 void touchStatus(const std::string& path) {

@@ -9,8 +9,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <string>
 #include <system_error>
+#include <thread>
 #include <vector>
 
 namespace brimwick {
@@ -34,6 +36,11 @@ inline struct stat statusOf(const std::string& path) {
     struct stat status {};
     require(lstat(path.c_str(), &status) == 0, path);
     return status;
+}
+
+/// The clock of some file systems stands still for so long.
+inline void waitForAnotherTime() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
 }
 
 inline void setTimes(const std::string& path, timespec accessed, timespec modified) {

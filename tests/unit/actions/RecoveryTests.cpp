@@ -230,6 +230,7 @@ TEST_F(RecoveryTest, KeepsBothWhenTheSourceChangedAfterTheCopy) {
         noteStaging("tree");
         stage("tree");
         giveName("tree");
+        waitForAnotherTime();
         changes[i]();
         EXPECT_THAT(recover(), ElementsAre(AllOf(HasSubstr("Did not finish"), HasSubstr("is not the same"),
                                                  HasSubstr("still in folder " + source.path()))))
