@@ -78,20 +78,27 @@ void IndexedFoldersController::selectIndexedFolder() {
     panel_->setOption(QFileDialog::ShowDirsOnly);
     panel_->setLabelText(QFileDialog::Accept, "Select");
     panel_->setDirectory(QFile::decodeName(QByteArray::fromStdString(surroundings_.realHomeDirectory)));
-    QObject::connect(panel_.get(), &QFileDialog::finished, &window_, [this](int result) {
-        // With it goes the list of what could be typed, which would keep the keyboard.
-        QFileDialog* const panel = panel_.release();
-        panel->deleteLater();
-        for (QWidget* popup = QApplication::activePopupWidget(); popup != nullptr;
-             popup = QApplication::activePopupWidget())
-            if (!popup->close()) break;
-        if (!window_.isInPhantomMode()) window_.makeKeyAndOrderFront();
-        const QStringList chosen = panel->selectedFiles();
-        // The desktop's own dialog may answer with nothing, or with what lies on another machine.
-        if (result == QDialog::Accepted && !chosen.isEmpty() && QDir::isAbsolutePath(chosen.first()))
-            folderWasChosen(exactPathOfShown(QDir::cleanPath(chosen.first())));
-    });
+    // Queued, as the panel goes with it and must have left its own handler by then.
+    QObject::connect(
+        panel_.get(), &QFileDialog::finished, &window_,
+        [this, panel = panel_.get()](int result) {
+            if (panel_.get() == panel) panelHasEnded(result == QDialog::Accepted);
+        },
+        Qt::QueuedConnection);
     panel_->open();
+}
+
+void IndexedFoldersController::panelHasEnded(bool accepted) {
+    const QStringList chosen = accepted ? panel_->selectedFiles() : QStringList();
+    // With it goes the list of what could be typed, which would keep the keyboard.
+    panel_.reset();
+    for (QWidget* popup = QApplication::activePopupWidget(); popup != nullptr;
+         popup = QApplication::activePopupWidget())
+        if (!popup->close()) break;
+    if (!window_.isInPhantomMode()) window_.makeKeyAndOrderFront();
+    // The desktop's own dialog may answer with nothing, or with what lies on another machine.
+    if (!chosen.isEmpty() && QDir::isAbsolutePath(chosen.first()))
+        folderWasChosen(exactPathOfShown(QDir::cleanPath(chosen.first())));
 }
 
 void IndexedFoldersController::closePanel() {

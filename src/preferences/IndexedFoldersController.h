@@ -72,6 +72,7 @@ class IndexedFoldersController {
     void focusList();
     /// The selected row, or nothing, and then the user was told why.
     int rowToWorkWith();
+    void panelHasEnded(bool accepted);
     void folderWasChosen(const std::string& path);
     void forceRebuild();
     void updateEnabledState();

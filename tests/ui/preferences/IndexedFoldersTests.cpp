@@ -37,8 +37,6 @@ class IndexedFolders : public ProgramTest {
 
     /// Chooses in the panel as a user does who types the path.
     void add(const std::string& path) {
-        // Without the panel before.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         shown().plusButton->click();
         auto* const panel = preferences().preferencesWindow().findChild<QFileDialog*>();
         ASSERT_NE(panel, nullptr);
@@ -46,8 +44,12 @@ class IndexedFolders : public ProgramTest {
         EXPECT_EQ(panel->labelText(QFileDialog::Accept), "Select");
         panel->setDirectory(QFile::decodeName(parentPath(path).c_str()));
         panel->selectFile(QFile::decodeName(path.c_str()));
+        const QPointer<QFileDialog> lives = panel;
         static_cast<QDialog*>(panel)->accept();
+        EXPECT_FALSE(lives.isNull()) << "it was in its own handler";
+        letThePanelEnd();
     }
+    static void letThePanelEnd() { QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); }
     /// The same, where an alert comes; its texts.
     std::pair<QString, QString> addAndBeRefused(const std::string& path) {
         std::pair<QString, QString> texts;
@@ -139,6 +141,7 @@ TEST_F(IndexedFolders, NothingChangesWhenThePanelIsCancelled) {
     auto* const panel = preferences().preferencesWindow().findChild<QFileDialog*>();
     ASSERT_NE(panel, nullptr);
     panel->reject();
+    letThePanelEnd();
     EXPECT_THAT(listed(), ElementsAre(home / "z"));
     EXPECT_FALSE(changed());
 }
