@@ -40,6 +40,15 @@ class ActionTest : public testing::Test {
         made.setTargetFolder(BWSelectedFileOrFolder::fileOrFolderWithPath(home / to));
         return made;
     }
+    /// The same action, with its work run in another way.
+    BWAction runBy(WorkRunner& runner, const BWAction& model) {
+        BWAction made({preferences, sounds, {journal, runner}, home.path()}, view);
+        made.setActionType(model.actionType());
+        made.setSourceFiles(model.sourceFiles());
+        made.setSourceFolder(model.sourceFolder());
+        made.setTargetFolder(model.targetFolder());
+        return made;
+    }
     static Names pathsOf(const BWAction::Files& files) {
         Names paths;
         for (const auto& file : files) paths.push_back(file.path());

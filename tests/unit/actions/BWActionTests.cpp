@@ -343,12 +343,7 @@ TEST_F(ActionTest, CancelledLeavesTheItemInWorkAndTheRestAsTheyAre) {
     home.makeFile("from/b");
     for (const Mode type : {BWModeMove, BWModeCopy}) {
         CancellingWorkRunner cancelling;
-        BWAction cancelled({preferences, sounds, {journal, cancelling}, home.path()}, view);
-        const BWAction model = action(type, {"a", "b"});
-        cancelled.setActionType(type);
-        cancelled.setSourceFiles(model.sourceFiles());
-        cancelled.setSourceFolder(model.sourceFolder());
-        cancelled.setTargetFolder(model.targetFolder());
+        BWAction cancelled = runBy(cancelling, action(type, {"a", "b"}));
         service.delivered.clear();
         EXPECT_FALSE(cancelled.performActionInDirection(forwards));
         EXPECT_EQ(cancelling.title, type == BWModeMove ? "Moving to to" : "Copying to to");

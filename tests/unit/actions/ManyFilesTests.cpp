@@ -105,12 +105,7 @@ class LateCancellingWorkRunner : public WorkRunner {
 TEST_F(ThousandsOfFiles, LieAtExactlyOnePlaceEachWhenTheirMoveIsCancelled) {
     for (int milliseconds = 0; milliseconds < 100; milliseconds += 12) {
         LateCancellingWorkRunner late{std::chrono::milliseconds(milliseconds)};
-        BWAction move({preferences, sounds, {journal, late}, home.path()}, view);
-        const BWAction model = actionTo(BWModeMove, namesIn(home / "from"));
-        move.setActionType(BWModeMove);
-        move.setSourceFiles(model.sourceFiles());
-        move.setSourceFolder(model.sourceFolder());
-        move.setTargetFolder(model.targetFolder());
+        BWAction move = runBy(late, actionTo(BWModeMove, namesIn(home / "from")));
         move.performActionInDirection(forwards);
         Names all = namesIn(home / "from");
         const Names moved = namesIn(other.path());

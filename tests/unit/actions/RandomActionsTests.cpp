@@ -1,16 +1,10 @@
-#include "actions/BWAction.h"
 #include "actions/BWStack.h"
-#include "fakes/FakeMainLoop.h"
-#include "fakes/FakeNotificationService.h"
-#include "fakes/FakeSoundPlayer.h"
-
-#include <gmock/gmock.h>
 
 #include <map>
 #include <memory>
 #include <random>
 
-#include "unit/actions/FileFacts.h"
+#include "unit/actions/ActionFixture.h"
 
 namespace brimwick {
 
@@ -31,10 +25,9 @@ void addContents(const std::filesystem::path& item, Contents& contents) {
 
 /// Random actions among random folders on two file systems, undone and redone at random, beside a plain
 /// account of what must be there.
-class RandomActions : public testing::TestWithParam<unsigned> {
+class RandomActions : public ActionBetweenFileSystems, public testing::WithParamInterface<unsigned> {
   protected:
     RandomActions() {
-        unsetenv("XDG_DATA_HOME");
         for (const auto* side : {&home, &other})
             for (const char* name : {"one", "two", "one/deep", "two/deep", "two/deep/er", "one/Trash"})
                 folders.push_back(side->makeFolder(name));
@@ -73,7 +66,7 @@ class RandomActions : public testing::TestWithParam<unsigned> {
         items.resize(std::min<std::size_t>(items.size(), 1 + below(3)));
         if (items.empty() || !TemporaryFolder::exists(to)) return;
         auto action = std::make_shared<BWAction>(
-            ActionModel{preferences, sounds, {journal, workRunner}, home.path()}, view);
+            ActionModel{preferences, sounds, {journalOnDisk, workRunner}, home.path()}, view);
         action->setActionType(below(2) == 0 ? BWModeMove : BWModeCopy);
         BWAction::Files files;
         for (const std::string& item : items)
@@ -81,20 +74,20 @@ class RandomActions : public testing::TestWithParam<unsigned> {
         action->setSourceFiles(files);
         action->setSourceFolder(files.front().parentFolder());
         action->setTargetFolder(BWSelectedFileOrFolder::fileOrFolderWithPath(to));
-        perform(*action, 0);
+        perform(*action, forwards);
         if (succeeded) undoStack.push(action);
     }
     bool undo() {
         const auto action = undoStack.pop();
         if (!action) return false;
-        perform(*action, 1);
+        perform(*action, backwards);
         redoStack.push(action);
         return true;
     }
     bool redo() {
         const auto action = redoStack.pop();
         if (!action) return false;
-        perform(*action, 0);
+        perform(*action, forwards);
         undoStack.push(action);
         return true;
     }
@@ -104,7 +97,7 @@ class RandomActions : public testing::TestWithParam<unsigned> {
     void perform(BWAction& action, std::int32_t direction) {
         const Contents before = contents();
         Contents expected = before;
-        if (action.actionType() == BWModeCopy && direction == 0)
+        if (action.actionType() == BWModeCopy && direction == forwards)
             for (const auto& file : action.sourceFiles()) addContents(file.path(), expected);
         succeeded = action.performActionInDirection(direction);
         const Contents now = contents();
@@ -116,7 +109,7 @@ class RandomActions : public testing::TestWithParam<unsigned> {
             for (const auto& [content, count] : now) EXPECT_LE(count, expected[content]);
         }
         EXPECT_EQ(hiddenItems(), 0);
-        if (!succeeded || direction != 0) return;
+        if (!succeeded || direction != forwards) return;
         for (const auto& file : action.targetFiles()) EXPECT_TRUE(TemporaryFolder::exists(file.path()));
     }
     int hiddenItems() const {
@@ -128,19 +121,9 @@ class RandomActions : public testing::TestWithParam<unsigned> {
     }
 
     std::mt19937 random{GetParam()};
-    TemporaryFolder home;
-    TemporaryFolder other{otherFileSystem()};
     Names folders;
     const Names names = {"a", "b", "c.txt", "d.tar.gz", ".hidden", "\xff\n"};
-    std::vector<BWSelectedFileOrFolder> indexedFolders;
-    PreferencesStore preferences{home.path(), Resources(home.path()), indexedFolders};
-    FakeSoundPlayer player;
-    SoundBox sounds{player, [] { return 0U; }};
-    FakeNotificationService service;
-    FakeMainLoop clock;
-    UserNotifications view{service, clock};
-    FileJournal journal{home / "journal"};
-    InPlaceWorkRunner workRunner;
+    FileJournal journalOnDisk{home / "journal"};
     BWStack<BWAction> undoStack;
     BWStack<BWAction> redoStack;
     bool succeeded = false;
@@ -192,11 +175,11 @@ TEST_P(RandomActions, OfMovesAloneAreUndoneToWhereTheyBegan) {
         const Names items = itemsIn(from);
         if (items.empty()) break;
         auto action = std::make_shared<BWAction>(
-            ActionModel{preferences, sounds, {journal, workRunner}, home.path()}, view);
+            ActionModel{preferences, sounds, {journalOnDisk, workRunner}, home.path()}, view);
         action->setSourceFiles({BWSelectedFileOrFolder::fileOrFolderWithPath(pick(items))});
         action->setSourceFolder(BWSelectedFileOrFolder::fileOrFolderWithPath(from));
         action->setTargetFolder(BWSelectedFileOrFolder::fileOrFolderWithPath(pick(folders)));
-        perform(*action, 0);
+        perform(*action, forwards);
         ASSERT_TRUE(succeeded);
         undoStack.push(action);
     }

@@ -135,6 +135,15 @@ TEST(KeyRules, OfThePreferencesWindowAreThese) {
             << one.keyCode << " with " << one.modifierFlags << " at " << one.focusedIndex;
 }
 
+TEST(KeyRules, CloseThePreferencesByTheLetterWInTheListThoughItsPlaceIsAFieldOfAHotKey) {
+    const PreferencesPlace field{General, 2};
+    const PreferencesPlace list{General, 2, true};
+    // On a French keyboard W is printed where Z is elsewhere.
+    const KeyEvent event = pressCtrl(KeyCode::z, KeyCode::w);
+    EXPECT_EQ(preferencesKey(event, list), PreferencesKey::Close);
+    EXPECT_EQ(preferencesKey(event, field), PreferencesKey::Record);
+}
+
 TEST(KeyRules, SwallowTheReleasesOfTheKeysThatThePickerActsOn) {
     for (std::uint16_t keyCode = 0; keyCode < 200; ++keyCode) {
         bool swallowed = false;
