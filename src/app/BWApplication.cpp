@@ -19,7 +19,6 @@ namespace brimwick {
 
 BWApplication::BWApplication(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName("org.brimwick.Brimwick");
-    setApplicationDisplayName("Brimwick");
     setDesktopFileName("org.brimwick.Brimwick");
     setWindowIcon(QIcon::fromTheme("org.brimwick.Brimwick"));
     setQuitOnLastWindowClosed(false);

@@ -22,7 +22,8 @@ BWView::BWView(BWModel& model, const ActionServices& actions, const Ports& ports
                     },
                     [this] { setMenuItemKeyEquivalents(); },
                     [this] { showRebuildIndexProgressIndicator(); },
-                    BWApplication::terminate}),
+                    BWApplication::terminate,
+                    [this](std::int64_t style) { animateIconUsingMethodWithToolTip(true, style, ""); }}),
       picker_(PickerSurroundings{
           model.preferences(), model.folderSearch(), model.undoStack(), model.sounds(), notifications,
           actions, ports.fileManager, ports.windowSystem, notificationCenter, icons, model.homeDirectory(),

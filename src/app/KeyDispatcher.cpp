@@ -110,9 +110,14 @@ bool KeyDispatcher::handleInPreferences(const KeyEvent& event) {
     case PreferencesKey::FocusPrevious:
         preferences_.moveFocus(false);
         break;
-    // The notifications tab has no controls yet.
     case PreferencesKey::ToggleAnimationStyle:
+        if (!event.isARepeat) preferences_.notificationSettings().toggleAnimationStyle();
+        break;
     case PreferencesKey::ToggleNotification:
+        if (!event.isARepeat)
+            preferences_.notificationSettings().toggleCheckBox(
+                preferences_.place().preferencesWindowFocusedControlIndex);
+        break;
     case PreferencesKey::Nothing:
         break;
     }

@@ -14,8 +14,7 @@ BWPreferencesWindow::BWPreferencesWindow(WindowSystem& windowSystem)
               Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
       windowSystem_(windowSystem) {
     setAttribute(Qt::WA_QuitOnClose, false);
-    // The name of the program follows by itself.
-    setWindowTitle("Preferences");
+    setWindowTitle("Brimwick Preferences");
     winId();
     inputBarrier_.guard(*windowHandle());
 }

@@ -1,19 +1,16 @@
 #pragma once
 
-#include <QWidget>
+#include "preferences/FocusRing.h"
 
 namespace brimwick {
 
 /// A field that shows a text in its middle and takes the focus, but no typing.
-class BWTextView : public QWidget {
+class BWTextView : public FocusRing {
   public:
     explicit BWTextView(QWidget* parent);
 
     void setText(const QString& text);
     const QString& text() const { return text_; }
-    /// The ring around the field that shows that it has the focus.
-    void setFocusRingHidden(bool hidden);
-    bool focusRingIsHidden() const { return focusRingIsHidden_; }
 
     QSize sizeHint() const override;
 
@@ -22,7 +19,6 @@ class BWTextView : public QWidget {
 
   private:
     QString text_;
-    bool focusRingIsHidden_ = true;
 };
 
 } // namespace brimwick

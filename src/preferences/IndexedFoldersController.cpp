@@ -120,7 +120,6 @@ void IndexedFoldersController::folderWasChosen(const std::string& path) {
     IndexedFolderList::sortByName(folders());
     reload();
     selectIndexedFolderWithPath(path);
-    enableDisablePreferencesWindowControls();
 }
 
 void IndexedFoldersController::subFolderAlert() {

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QPushButton>
+#include <QTabWidget>
 
 namespace brimwick {
 
@@ -11,10 +12,14 @@ PreferencesController::PreferencesController(PreferencesSurroundings surrounding
       hotKeyFields_({surroundings_.hotKeys, surroundings_.indexedFolders.preferences,
                      surroundings_.keyboardLayout, surroundings_.mainLoop, place_, controls_,
                      surroundings_.terminate, surroundings_.setMenuItemKeyEquivalents}),
-      indexedFolders_(surroundings_.indexedFolders, preferencesWindow_, controls_, focus_, place_) {
+      indexedFolders_(surroundings_.indexedFolders, preferencesWindow_, controls_, focus_, place_),
+      notificationSettings_({surroundings_.indexedFolders.preferences, surroundings_.animateExampleIcon},
+                            *controls_.notificationsTab, focus_) {
     preferencesWindow_.setClosedHandler([this] { windowWasHidden(true); });
     QObject::connect(controls_.preferencesWindowCloseButton, &QPushButton::clicked, &preferencesWindow_,
                      [this] { preferencesWindowCloseButtonWasPressed(); });
+    QObject::connect(controls_.preferencesWindowTabView, &QTabWidget::currentChanged, &preferencesWindow_,
+                     [this](int tab) { tabWasSelected(tab); });
 }
 
 void PreferencesController::showPreferences() {
@@ -54,6 +59,12 @@ void PreferencesController::windowWasHidden(bool wasShown) {
 
 void PreferencesController::populatePreferencesWindow() {
     hotKeyFields_.populate();
+    notificationSettings_.populate();
+}
+
+void PreferencesController::tabWasSelected(int tab) {
+    place_.selectedTab = tab == 0 ? PreferencesTab::General : PreferencesTab::Notifications;
+    focus_.handleTabViewChange();
 }
 
 } // namespace brimwick

@@ -2,6 +2,7 @@
 
 #include "preferences/BWPreferencesWindow.h"
 #include "preferences/IndexedFoldersController.h"
+#include "preferences/NotificationSettings.h"
 #include "preferences/PreferencesControls.h"
 #include "preferences/PreferencesFocus.h"
 
@@ -18,10 +19,11 @@ struct PreferencesSurroundings {
     std::function<void()> setMenuItemKeyEquivalents;
     std::function<void()> showRebuildIndexProgressIndicator;
     std::function<void()> terminate;
+    /// Starts the example of the icon's animation, in the style of that number.
+    std::function<void(std::int64_t)> animateExampleIcon;
 };
 
-/// The preferences window: shown, hidden, and what keys do in it. The notification settings have no tab yet.
-/// Main thread only.
+/// The preferences window: shown, hidden, and what keys do in it. Main thread only.
 class PreferencesController {
   public:
     explicit PreferencesController(PreferencesSurroundings surroundings);
@@ -45,12 +47,14 @@ class PreferencesController {
     void moveFocus(bool forward) { focus_.moveFocus(forward); }
 
     IndexedFoldersController& indexedFolders() { return indexedFolders_; }
+    NotificationSettings& notificationSettings() { return notificationSettings_; }
     void enableDisablePreferencesWindowControls() {
         indexedFolders_.enableDisablePreferencesWindowControls();
     }
 
   private:
     void populatePreferencesWindow();
+    void tabWasSelected(int tab);
     /// Starts the rebuild that changes of the list ask for.
     void windowWasHidden(bool wasShown);
 
@@ -61,6 +65,7 @@ class PreferencesController {
     PreferencesFocus focus_;
     HotKeyFields hotKeyFields_;
     IndexedFoldersController indexedFolders_;
+    NotificationSettings notificationSettings_;
 };
 
 } // namespace brimwick

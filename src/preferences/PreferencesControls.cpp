@@ -6,12 +6,13 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
 
 namespace brimwick {
 
 namespace {
 
-constexpr int margin = 18;
 constexpr int gap = 10;
 constexpr int listHeight = 150;
 constexpr int widthOfWindow = 520;
@@ -19,7 +20,9 @@ constexpr int widthOfWindow = 520;
 } // namespace
 
 PreferencesControls::PreferencesControls(BWPreferencesWindow& window)
-    : hotKeyTextView(new BWTextView(&window)), bwCopyModeHotKeyTextView(new BWTextView(&window)),
+    : preferencesWindowTabView(new QTabWidget(&window)),
+      notificationsTab(new NotificationsTab(preferencesWindowTabView)),
+      hotKeyTextView(new BWTextView(&window)), bwCopyModeHotKeyTextView(new BWTextView(&window)),
       openModeHotKeyTextView(new BWTextView(&window)), hotKeyErrorMessageTextField(new ErrorLabel(&window)),
       bwCopyModeHotKeyErrorMessageTextField(new ErrorLabel(&window)),
       openModeHotKeyErrorMessageTextField(new ErrorLabel(&window)),
@@ -30,26 +33,38 @@ PreferencesControls::PreferencesControls(BWPreferencesWindow& window)
       addTrashFolderButton(new QPushButton("Add Trash", &window)),
       rebuildIndexCheckBox(new QCheckBox("Rebuild the index when this window closes", &window)),
       preferencesWindowCloseButton(new QPushButton("Close", &window)), window_(window) {
-    auto* const layout = new QGridLayout(&window);
-    layout->setContentsMargins(margin, margin, margin, margin);
+    auto* const layout = new QVBoxLayout(&window);
+    layout->setContentsMargins(gap, gap, gap, gap);
+    layout->setSpacing(gap);
+    preferencesWindowTabView->addTab(generalTab(), "&General");
+    preferencesWindowTabView->addTab(notificationsTab, "&Notifications");
+    preferencesWindowTabView->setAccessibleName("Preferences");
+    // Its keys are those of the window.
+    preferencesWindowTabView->setFocusPolicy(Qt::NoFocus);
+    preferencesWindowTabView->tabBar()->setFocusPolicy(Qt::NoFocus);
+    layout->addWidget(preferencesWindowTabView);
+    layout->addWidget(preferencesWindowCloseButton, 0, Qt::AlignRight);
+    preferencesWindowCloseButton->setAutoDefault(false);
+    window.setMinimumWidth(widthOfWindow);
+    window.adjustSize();
+}
+
+QWidget* PreferencesControls::generalTab() {
+    auto* const tab = new QWidget(preferencesWindowTabView);
+    auto* const layout = new QGridLayout(tab);
     layout->setHorizontalSpacing(gap);
     layout->setVerticalSpacing(2);
     layout->setColumnStretch(1, 1);
 
-    auto* const hint = new QLabel("To change a hot key, select its field and press the new one.", &window);
+    auto* const hint = new QLabel("To change a hot key, select its field and press the new one.", tab);
     hint->setWordWrap(true);
     layout->addWidget(hint, 0, 0, 1, 2);
     layout->setRowMinimumHeight(1, gap);
     addField(*layout, BWModeMove, "Move files:");
     addField(*layout, BWModeCopy, "Copy files:");
     addField(*layout, BWModeOpen, "Open a folder:");
-
     addIndexedFolders(*layout, 8);
-    layout->setRowMinimumHeight(11, gap);
-    layout->addWidget(preferencesWindowCloseButton, 12, 1, Qt::AlignRight);
-    preferencesWindowCloseButton->setAutoDefault(false);
-    window.setMinimumWidth(widthOfWindow);
-    window.adjustSize();
+    return tab;
 }
 
 void PreferencesControls::addIndexedFolders(QGridLayout& layout, int row) {

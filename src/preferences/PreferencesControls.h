@@ -4,12 +4,14 @@
 #include "preferences/BWPreferencesTableView.h"
 #include "preferences/BWTextView.h"
 #include "preferences/ErrorLabel.h"
+#include "preferences/NotificationsTab.h"
 
 class QAction;
 class QCheckBox;
 class QGridLayout;
 class QLabel;
 class QPushButton;
+class QTabWidget;
 
 namespace brimwick {
 
@@ -20,6 +22,9 @@ class PreferencesControls : public HotKeyFieldsFace {
   public:
     explicit PreferencesControls(BWPreferencesWindow& window);
 
+    /// The general tab and the notifications tab, in this order.
+    QTabWidget* preferencesWindowTabView;
+    NotificationsTab* notificationsTab;
     BWTextView* hotKeyTextView;
     BWTextView* bwCopyModeHotKeyTextView;
     BWTextView* openModeHotKeyTextView;
@@ -45,6 +50,7 @@ class PreferencesControls : public HotKeyFieldsFace {
     BWTextView* field(Mode mode) const;
 
   private:
+    QWidget* generalTab();
     /// A row of the layout for the field of one mode.
     void addField(QGridLayout& layout, Mode mode, const QString& caption);
     void addIndexedFolders(QGridLayout& layout, int row);

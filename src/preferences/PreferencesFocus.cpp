@@ -5,6 +5,9 @@
 #include <QFocusEvent>
 #include <QPushButton>
 
+#include <algorithm>
+#include <ranges>
+
 namespace brimwick {
 
 namespace {
@@ -12,19 +15,17 @@ namespace {
 /// Tells when a control that has no hook of its own takes the focus.
 class FocusObserver : public QObject {
   public:
-    FocusObserver(QWidget* control, std::function<void()> focused) : focused_(std::move(focused)) {
+    FocusObserver(QWidget* control, std::function<void(Qt::FocusReason)> focused)
+        : focused_(std::move(focused)) {
         control->installEventFilter(this);
     }
     bool eventFilter(QObject* /*control*/, QEvent* event) override {
-        if (event->type() != QEvent::FocusIn) return false;
-        // Nothing was chosen when only the window, or a menu before it, came and went.
-        const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) focused_();
+        if (event->type() == QEvent::FocusIn) focused_(static_cast<const QFocusEvent*>(event)->reason());
         return false;
     }
 
   private:
-    std::function<void()> focused_;
+    std::function<void(Qt::FocusReason)> focused_;
 };
 
 } // namespace
@@ -35,40 +36,101 @@ PreferencesFocus::PreferencesFocus(PreferencesControls& controls, PreferencesPla
                                                 controls.openModeHotKeyTextView,
                                                 controls.indexedFoldersTableView,
                                                 controls.preferencesWindowCloseButton} {
-    for (std::size_t position = 0; position < preferencesWindowTabOrder_.size(); ++position)
+    const NotificationsTab& tab = *controls.notificationsTab;
+    preferencesWindowNotificationsTabOrder_ = {tab.notificationSoundOnMoveCheckBox,
+                                               tab.notificationSoundOnCopyCheckBox,
+                                               tab.notificationSoundOnOpenCheckBox,
+                                               tab.notificationAnimateOnInitializeIndexCheckBox,
+                                               tab.notificationSoundOnInitializeIndexCheckBox,
+                                               tab.notificationPopupOnInitializeIndexCheckBox,
+                                               tab.notificationAnimateOnRebuildIndexForPreferenceCheckBox,
+                                               tab.notificationSoundOnRebuildIndexForPreferenceCheckBox,
+                                               tab.notificationPopupOnRebuildIndexForPreferenceCheckBox,
+                                               tab.notificationAnimateOnRebuildIndexForSubfolderCheckBox,
+                                               tab.notificationSoundOnRebuildIndexForSubfolderCheckBox,
+                                               tab.notificationPopupOnRebuildIndexForSubfolderCheckBox,
+                                               tab.notificationAnimationStyleFocusRing,
+                                               controls.preferencesWindowCloseButton};
+    const auto observe = [this](QWidget* control) {
         observers_.push_back(
-            std::make_unique<FocusObserver>(preferencesWindowTabOrder_[position], [this, position] {
-                place_.preferencesWindowFocusedControlIndex = static_cast<std::int32_t>(position);
-                place_.listHasFocus =
-                    preferencesWindowTabOrder_[position] == controls_.indexedFoldersTableView;
-                showFocus(preferencesWindowTabOrder_[position]);
+            std::make_unique<FocusObserver>(control, [this, control](Qt::FocusReason reason) {
+                // Nothing was chosen when a menu came and went, or the window, unless the click that brought
+                // it to the front came first.
+                if (reason != Qt::PopupFocusReason &&
+                    (reason != Qt::ActiveWindowFocusReason || control != withKeyboard_))
+                    wasFocused(control);
             }));
+    };
+    std::ranges::for_each(preferencesWindowTabOrder_, observe);
+    // The close button stands in both orders.
+    std::ranges::for_each(preferencesWindowNotificationsTabOrder_ |
+                              std::views::take(PreferencesControl::notificationsCloseButton),
+                          observe);
 }
 
 PreferencesFocus::~PreferencesFocus() = default;
 
-void PreferencesFocus::moveFocus(bool forward) {
-    const auto count = static_cast<std::int32_t>(preferencesWindowTabOrder_.size());
-    std::int32_t& index = place_.preferencesWindowFocusedControlIndex;
-    index = (index + (forward ? 1 : count - 1)) % count;
-    QWidget* const control = preferencesWindowTabOrder_[static_cast<std::size_t>(index)];
-    control->setFocus(Qt::TabFocusReason);
+std::span<QWidget* const> PreferencesFocus::selectedTabOrder() const {
+    if (place_.selectedTab == PreferencesTab::General) return preferencesWindowTabOrder_;
+    return preferencesWindowNotificationsTabOrder_;
+}
+
+void PreferencesFocus::wasFocused(QWidget* control) {
+    const auto order = selectedTabOrder();
+    const auto found = std::ranges::find(order, control);
+    if (found == order.end()) return;
+    place_.preferencesWindowFocusedControlIndex = static_cast<std::int32_t>(found - order.begin());
+    place_.listHasFocus = control == controls_.indexedFoldersTableView;
     showFocus(control);
 }
 
+void PreferencesFocus::moveFocus(bool forward) {
+    const std::size_t count = selectedTabOrder().size();
+    const auto index = static_cast<std::size_t>(place_.preferencesWindowFocusedControlIndex);
+    focusPlace((index + (forward ? 1 : count - 1)) % count);
+}
+
+void PreferencesFocus::focusPlace(std::size_t index) {
+    QWidget* const control = selectedTabOrder()[index];
+    place_.preferencesWindowFocusedControlIndex = static_cast<std::int32_t>(index);
+    // The ring of the styles stands for them: the box before keeps the keyboard.
+    if (control != controls_.notificationsTab->notificationAnimationStyleFocusRing)
+        control->setFocus(Qt::TabFocusReason);
+    showFocus(control);
+}
+
+void PreferencesFocus::focusControl(QWidget* control) {
+    if (control != controls_.notificationsTab->notificationAnimationStyleFocusRing)
+        control->setFocus(Qt::OtherFocusReason);
+    wasFocused(control);
+}
+
+QWidget* PreferencesFocus::notificationsControl(std::int32_t index) const {
+    const auto position = static_cast<std::size_t>(index);
+    return position < preferencesWindowNotificationsTabOrder_.size()
+               ? preferencesWindowNotificationsTabOrder_[position]
+               : nullptr;
+}
+
 void PreferencesFocus::showFocus(QWidget* control) {
-    for (BWTextView* const field :
-         {controls_.hotKeyTextView, controls_.bwCopyModeHotKeyTextView, controls_.openModeHotKeyTextView})
-        field->setFocusRingHidden(field != control);
+    const NotificationsTab& tab = *controls_.notificationsTab;
+    const bool isStyle = control == tab.notificationAnimationStyleFocusRing;
+    for (FocusRing* const ring : std::initializer_list<FocusRing*>{
+             controls_.hotKeyTextView, controls_.bwCopyModeHotKeyTextView, controls_.openModeHotKeyTextView,
+             tab.notificationAnimationStyleFocusRing})
+        ring->setRingHidden(ring != control);
+    if (!isStyle) withKeyboard_ = control;
+    for (const auto& [box, key] : tab.checkBoxes()) box->setFocusMarkHidden(isStyle);
     controls_.preferencesWindowCloseButton->setDefault(control == controls_.preferencesWindowCloseButton);
     if (control == controls_.indexedFoldersTableView) control->setFocus(Qt::OtherFocusReason);
 }
 
 void PreferencesFocus::handleTabViewChange() {
-    place_.preferencesWindowFocusedControlIndex = 0;
     place_.listHasFocus = false;
-    controls_.hotKeyTextView->setFocus(Qt::OtherFocusReason);
-    showFocus(controls_.hotKeyTextView);
+    place_.preferencesWindowFocusedControlIndex = 0;
+    QWidget* const first = selectedTabOrder().front();
+    first->setFocus(Qt::OtherFocusReason);
+    showFocus(first);
 }
 
 } // namespace brimwick

@@ -8,7 +8,7 @@ from harness.brimwick import WINDOW_CLASS
 from harness.picker import MOVE
 from recording import Recording
 
-PANEL = "Add an Indexed Folder \N{EM DASH} Brimwick"
+PANEL = "Add an Indexed Folder"
 
 
 @pytest.fixture

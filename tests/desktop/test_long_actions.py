@@ -61,7 +61,7 @@ def begin(filing, mode):
 
 
 def wait_for_progress(filing, title):
-    window = filing.desktop.windows.wait_for(WINDOW_CLASS, f"{title} \N{EM DASH} Brimwick")
+    window = filing.desktop.windows.wait_for(WINDOW_CLASS, f"{title}")
     filing.desktop.windows.wait_until_active(window)
     return window
 

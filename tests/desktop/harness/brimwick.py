@@ -30,10 +30,12 @@ class Brimwick:
     def __init__(self, desktop):
         self._desktop = desktop
         self._process = None
+        self._starts_before = 0
 
     def start(self, wait=True, environment=None, timeout=20.0):
         """Starts it, and waits until its index is ready unless told otherwise; returns its process."""
         settings = {**SANITIZERS, **(environment or {})}
+        self._starts_before = self._times_ready()
         self._process = self._desktop.children.start("brimwick", [self._reachable_binary()], settings)
         if wait:
             wait_until(self._is_ready, lambda: f"the index is ready; stderr: {self._process.stderr()}", timeout)
@@ -101,9 +103,14 @@ class Brimwick:
     def _is_ready(self) -> bool:
         if not self._process.is_running():
             raise RuntimeError(f"brimwick ended at once: {self._process.stderr()}")
-        service = self._desktop.notifications
         # Without a service the texts go to stderr.
-        return READY in service.texts() if service else READY in self._process.stderr()
+        if not self._desktop.notifications:
+            return READY in self._process.stderr()
+        return self._times_ready() > self._starts_before
+
+    def _times_ready(self) -> int:
+        service = self._desktop.notifications
+        return service.texts().count(READY) if service else 0
 
     def _reachable_binary(self) -> Path:
         binary = installed_binary()

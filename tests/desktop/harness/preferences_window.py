@@ -3,11 +3,28 @@
 from .picker import COPY, MOVE, OPEN
 from .windows import Rectangle, Window, Windows
 
-TITLE = "Preferences — Brimwick"
+TITLE = "Brimwick Preferences"
 
 # Distances of the layout, in pixels from the upper left corner of the window's contents.
 FIELD_X = 314
-FIELD_Y = {MOVE: 59, COPY: 121, OPEN: 183}
+FIELD_Y = {MOVE: 86, COPY: 148, OPEN: 210}
+NOTIFICATIONS_TAB = (131, 23)
+# By their keys, in the order of Tab.
+CHECK_BOXES = {
+    "NotificationSoundOnMove": (40, 84),
+    "NotificationSoundOnCopy": (193, 84),
+    "NotificationSoundOnOpen": (347, 84),
+    "NotificationAnimateOnInitializeIndex": (40, 175),
+    "NotificationSoundOnInitializeIndex": (195, 175),
+    "NotificationPopupOnInitializeIndex": (349, 175),
+    "NotificationAnimateOnRebuildIndexForPreference": (40, 221),
+    "NotificationSoundOnRebuildIndexForPreference": (195, 221),
+    "NotificationPopupOnRebuildIndexForPreference": (349, 221),
+    "NotificationAnimateOnRebuildIndexForSubfolder": (40, 267),
+    "NotificationSoundOnRebuildIndexForSubfolder": (195, 267),
+    "NotificationPopupOnRebuildIndexForSubfolder": (349, 267),
+}
+PULSE, ROTATE = (78, 347), (142, 347)
 MESSAGE_BELOW = 14
 MESSAGE_HEIGHT = 30
 
@@ -19,8 +36,19 @@ class PreferencesWindow:
 
     def field(self, mode: str):
         """The middle of a hot key's field on the screen."""
+        return self.at((FIELD_X, FIELD_Y[mode]))
+
+    def notifications_tab(self):
+        return self.at(NOTIFICATIONS_TAB)
+
+    def at(self, place: tuple):
+        """A place of the contents on the screen."""
         client = self.window.client
-        return client.x + FIELD_X, client.y + FIELD_Y[mode]
+        return client.x + place[0], client.y + place[1]
+
+    def pixels(self) -> bytes:
+        """What the screen shows of its contents."""
+        return self._windows.pixels(self.window.client)
 
     def shows_note(self, mode: str) -> bool:
         """Whether there is any text below the field."""

@@ -1,6 +1,6 @@
 #include "model/PathText.h"
 #include "preferences/ChosenFolder.h"
-#include "ui/support/ProgramTest.h"
+#include "ui/support/PreferencesTest.h"
 
 #include <QCheckBox>
 #include <QContextMenuEvent>
@@ -24,7 +24,7 @@ using Paths = std::vector<std::string>;
 } // namespace
 
 /// The list of indexed folders in the preferences window of the whole program.
-class IndexedFolders : public ProgramTest {
+class IndexedFolders : public PreferencesTest {
   protected:
     void startWith(const Paths& folders) {
         for (const char* name : {"x/Projects/Web", "y/Docs", "y/Documents", "z"}) home.makeFolder(name);
@@ -32,7 +32,6 @@ class IndexedFolders : public ProgramTest {
         start();
         showPreferences();
     }
-    const PreferencesControls& shown() { return preferences().controls(); }
     BWPreferencesTableView& table() { return *shown().indexedFoldersTableView; }
 
     /// Chooses in the panel as a user does who types the path.
@@ -83,7 +82,6 @@ class IndexedFolders : public ProgramTest {
         EXPECT_FALSE(shown().rebuildIndexCheckBox->isEnabled());
         EXPECT_TRUE(changed());
     }
-    std::int32_t focusedIndex() { return preferences().place().preferencesWindowFocusedControlIndex; }
     std::vector<std::string> told() {
         std::vector<std::string> texts;
         for (const std::string& text : notifications.texts()) texts.push_back(text);

@@ -1,10 +1,11 @@
 #include "ui/support/InputSpy.h"
-#include "ui/support/ProgramTest.h"
+#include "ui/support/PreferencesTest.h"
 #include "ui/support/ScanCodes.h"
 
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QWindow>
 
 #include <gmock/gmock.h>
@@ -18,7 +19,7 @@ constexpr std::uint32_t controlCommandKeys = HotKeyModifier::control | HotKeyMod
 } // namespace
 
 /// The preferences window of the whole program, with keys as the desktop delivers them.
-class PreferencesWindow : public ProgramTest {
+class PreferencesWindow : public PreferencesTest {
   protected:
     void SetUp() override {
         keyboardLayout.put(0, u"a");
@@ -35,22 +36,6 @@ class PreferencesWindow : public ProgramTest {
         show();
     }
     void show() { showPreferences(); }
-    bool send(QEvent::Type type, quint32 scanCode, int key, Qt::KeyboardModifiers modifiers) {
-        QKeyEvent event(type, key, modifiers, scanCode, 0, 0, QString());
-        event.ignore();
-        QCoreApplication::sendEvent(window().windowHandle(), &event);
-        return event.isAccepted();
-    }
-    void press(quint32 scanCode, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        send(QEvent::KeyPress, scanCode, key, modifiers);
-        send(QEvent::KeyRelease, scanCode, key, modifiers);
-    }
-    void tab(bool back = false) {
-        press(scanTab, back ? Qt::Key_Backtab : Qt::Key_Tab, back ? Qt::ShiftModifier : Qt::NoModifier);
-    }
-    std::int32_t focusedIndex() { return preferences().place().preferencesWindowFocusedControlIndex; }
-    BWPreferencesWindow& window() { return preferences().preferencesWindow(); }
-    const PreferencesControls& shown() { return preferences().controls(); }
 };
 
 TEST_F(PreferencesWindow, ShowsTheThreeHotKeysAndTheIndexedFolders) {
@@ -59,7 +44,7 @@ TEST_F(PreferencesWindow, ShowsTheThreeHotKeysAndTheIndexedFolders) {
     EXPECT_EQ(shown().openModeHotKeyTextView->text(), "^⌘O");
     ASSERT_EQ(shown().indexedFoldersTableView->count(), 1);
     EXPECT_EQ(shown().indexedFoldersTableView->item(0)->text().toStdString(), home / "root");
-    EXPECT_FALSE(shown().hotKeyTextView->focusRingIsHidden());
+    EXPECT_FALSE(shown().hotKeyTextView->ringIsHidden());
 }
 
 TEST_F(PreferencesWindow, GoesRoundByTabAndShowsWhereTheFocusIs) {
@@ -68,7 +53,7 @@ TEST_F(PreferencesWindow, GoesRoundByTabAndShowsWhereTheFocusIs) {
     for (std::int32_t index = 0; index < 10; ++index) {
         EXPECT_EQ(focusedIndex(), index % 5);
         for (std::size_t field = 0; field < fields.size(); ++field)
-            EXPECT_EQ(fields[field]->focusRingIsHidden(), static_cast<std::int32_t>(field) != index % 5);
+            EXPECT_EQ(fields[field]->ringIsHidden(), static_cast<std::int32_t>(field) != index % 5);
         EXPECT_EQ(shown().indexedFoldersTableView->hasFocus(), index % 5 == 3);
         EXPECT_EQ(shown().preferencesWindowCloseButton->isDefault(), index % 5 == 4);
         tab();
@@ -102,12 +87,48 @@ TEST_F(PreferencesWindow, KeepsTheSelectionOfTheListWhenTheFocusComesToIt) {
 TEST_F(PreferencesWindow, RecordsForTheFieldThatWasClicked) {
     shown().bwCopyModeHotKeyTextView->setFocus(Qt::MouseFocusReason);
     EXPECT_EQ(focusedIndex(), 1);
-    EXPECT_TRUE(shown().hotKeyTextView->focusRingIsHidden());
-    EXPECT_FALSE(shown().bwCopyModeHotKeyTextView->focusRingIsHidden());
+    EXPECT_TRUE(shown().hotKeyTextView->ringIsHidden());
+    EXPECT_FALSE(shown().bwCopyModeHotKeyTextView->ringIsHidden());
     press(scanH, Qt::Key_H, Qt::MetaModifier | Qt::ShiftModifier);
     EXPECT_EQ(shown().bwCopyModeHotKeyTextView->text(), "⌘⇧H");
     EXPECT_TRUE(hotKeys.pressAndRelease(4, HotKeyModifier::command | HotKeyModifier::shift));
     EXPECT_FALSE(hotKeys.pressAndRelease(35, controlCommandKeys));
+}
+
+TEST_F(PreferencesWindow, RecordsForTheFieldWhoseClickBroughtTheWindowToTheFront) {
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QApplication::processEvents();
+    // The press comes before the keyboard does.
+    shown().bwCopyModeHotKeyTextView->setFocus(Qt::MouseFocusReason);
+    window().activateWindow();
+    QApplication::processEvents();
+    EXPECT_EQ(focusedIndex(), 1);
+    EXPECT_TRUE(shown().hotKeyTextView->ringIsHidden());
+    EXPECT_FALSE(shown().bwCopyModeHotKeyTextView->ringIsHidden());
+}
+
+TEST_F(PreferencesWindow, KeepsItsPlaceWhileAnotherWindowIsInFront) {
+    const auto leaveAndComeBack = [this] {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QApplication::processEvents();
+        window().activateWindow();
+        QApplication::processEvents();
+    };
+    tab();
+    leaveAndComeBack();
+    EXPECT_EQ(focusedIndex(), 1);
+    shown().indexedFoldersTableView->selectRow(0);
+    preferences().indexedFolders().showIndexedFolderInFinder();
+    leaveAndComeBack();
+    EXPECT_EQ(focusedIndex(), 2) << "after a command of the list";
+    shown().preferencesWindowTabView->setCurrentIndex(1);
+    for (int times = 0; times < 12; ++times) tab();
+    leaveAndComeBack();
+    EXPECT_EQ(focusedIndex(), 12) << "where a box before it has the keyboard";
 }
 
 TEST_F(PreferencesWindow, StoresTheFlagsWithTheKeysOfTheModifiers) {

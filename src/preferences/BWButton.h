@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QCheckBox>
+
+namespace brimwick {
+
+/// A check box of the notifications tab. Its mark of the focus can be taken away while it keeps the focus.
+class BWButton : public QCheckBox {
+  public:
+    using QCheckBox::QCheckBox;
+
+    void setFocusMarkHidden(bool hidden);
+
+  protected:
+    void initStyleOption(QStyleOptionButton* option) const override;
+
+  private:
+    bool focusMarkIsHidden_ = false;
+};
+
+} // namespace brimwick
