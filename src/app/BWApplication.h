@@ -20,6 +20,9 @@ class BWApplication : public QApplication {
     static std::string realHomeDirectory();
     /// Ends the program. Unlike quit() it asks no window first: ours answer every close by hiding.
     static void terminate() { exit(0); }
+    /// Ends the program in the same way; whoever runs it starts it again on this exit code.
+    static void restart() { exit(exitCodeForRestart); }
+    static constexpr int exitCodeForRestart = 1000;
     /// Not owned; both null while there are none.
     void setKeyDispatcher(KeyDispatcher* dispatcher, KeyEventReader* keyEvents) {
         dispatcher_ = dispatcher;

@@ -12,7 +12,7 @@ BWView::BWView(BWModel& model, const ActionServices& actions, const Ports& ports
     : model_(model), notifications_(notifications), notificationCenter_(notificationCenter),
       mainLoop_(ports.mainLoop), keyboardLayout_(ports.keyboardLayout), resources_(std::move(resources)),
       preferences_({{model.folderIndexer(), model.indexRebuilder(), model.preferences(), model.sounds(),
-                     notifications, ports.fileManager, icons, model.homeDirectory()},
+                     notifications, ports.fileManager, icons, model.homeDirectory(), BWApplication::restart},
                     model.hotKeys(),
                     ports.keyboardLayout,
                     ports.mainLoop,
@@ -71,6 +71,7 @@ void BWView::initializeUserInterface() {
     IndexRebuilder& rebuilder = model_.indexRebuilder();
     rebuilder.rebuildIndexOnSeparateThreadWithRecursionCountForReason(BWInteger(), rebuildReasonFirstIndex);
     rebuilder.initializeEventStream();
+    preferences_.indexedFolders().noteWatchedFolders();
     preferences_.indexedFolders().hideIndexedFoldersCurtain();
     statusMenu_.bindStacks();
     initializeNotificationCenter();
@@ -81,6 +82,8 @@ void BWView::initializeUserInterface() {
     preferences_.enableDisablePreferencesWindowControls();
     updates_.checkForUpdate();
     preferencesUIHasBeenInitialized_ = true;
+    // Without a folder nothing can be found: what to do stands in the window.
+    if (model_.folderIndexer().indexedFolders().empty()) preferences_.showPreferences();
 }
 
 void BWView::initializeNotificationCenter() {

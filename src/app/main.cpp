@@ -90,13 +90,24 @@ int runProgram(int argc, char** argv) {
     return result;
 }
 
+/// In the same process, so that whoever watches over the program sees no end of it.
+int startAgain(const std::string& program, char** argv) {
+    execv(program.c_str(), argv);
+    complain("brimwick: it cannot be started again: " + std::string(std::strerror(errno)));
+    return ExitCode::failed;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     try {
+        std::error_code failure;
+        const std::string program = std::filesystem::read_symlink("/proc/self/exe", failure);
         returnLargeBlocksWhenFreed();
         const CommandArguments arguments(argv + std::min(argc, 1), argv + argc);
-        return startsTheProgram(arguments) ? runProgram(argc, argv) : runCommand(arguments, argc, argv);
+        if (!startsTheProgram(arguments)) return runCommand(arguments, argc, argv);
+        const int result = runProgram(argc, argv);
+        return result == BWApplication::exitCodeForRestart ? startAgain(program, argv) : result;
     } catch (const std::exception& failure) {
         complain(std::string("brimwick: ") + failure.what());
         return ExitCode::failed;

@@ -1,13 +1,45 @@
 #include "preferences/BWPreferencesTableView.h"
 
+#include "model/FileUrl.h"
+
 #include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QUrl>
 
 namespace brimwick {
+
+namespace {
+
+constexpr int roomAroundHint = 16;
+constexpr auto hint = "No folders are indexed yet. Choose \"Add...\" and then a folder in which you keep "
+                      "things, such as Documents; it is found with all folders in it.";
+
+std::vector<std::string> pathsIn(const QMimeData& data) {
+    std::vector<std::string> paths;
+    for (const QUrl& url : data.urls())
+        if (auto path = pathOfFileUrl(url.toEncoded().toStdString())) paths.push_back(std::move(*path));
+    return paths;
+}
+
+/// The folders stay where they are, whatever the file manager proposes.
+void acceptAsCopy(QDropEvent& event) {
+    if (!event.possibleActions().testFlag(Qt::CopyAction) || pathsIn(*event.mimeData()).empty()) {
+        event.ignore();
+        return;
+    }
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
+} // namespace
 
 BWPreferencesTableView::BWPreferencesTableView(QWidget* parent) : QListWidget(parent), menu_(this) {
     setAccessibleName("Indexed folders");
     setTextElideMode(Qt::ElideMiddle);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setAcceptDrops(true);
 }
 
 int BWPreferencesTableView::selectedRow() const {
@@ -24,6 +56,28 @@ void BWPreferencesTableView::focusInEvent(QFocusEvent* event) {
     QListWidget::focusInEvent(event);
     // So that the first press of an arrow key selects the first row, not the second.
     if (selectedRow() < 0) selectionModel()->clearCurrentIndex();
+}
+
+void BWPreferencesTableView::dragEnterEvent(QDragEnterEvent* event) {
+    acceptAsCopy(*event);
+}
+
+void BWPreferencesTableView::dragMoveEvent(QDragMoveEvent* event) {
+    acceptAsCopy(*event);
+}
+
+void BWPreferencesTableView::dropEvent(QDropEvent* event) {
+    acceptAsCopy(*event);
+    if (event->isAccepted()) dropped_(pathsIn(*event->mimeData()));
+}
+
+void BWPreferencesTableView::paintEvent(QPaintEvent* event) {
+    QListWidget::paintEvent(event);
+    if (count() > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(roomAroundHint, 0, -roomAroundHint, 0),
+                     Qt::AlignCenter | Qt::TextWordWrap, hint);
 }
 
 void BWPreferencesTableView::contextMenuEvent(QContextMenuEvent* event) {

@@ -20,6 +20,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace brimwick {
 
@@ -36,7 +37,10 @@ IndexedFoldersController::IndexedFoldersController(IndexedFoldersSurroundings su
     : surroundings_(std::move(surroundings)), window_(window), controls_(controls), focus_(focus),
       place_(place) {
     const auto connect = [this](QPushButton* button, void (IndexedFoldersController::*handler)()) {
-        QObject::connect(button, &QPushButton::clicked, &window_, [this, handler] { (this->*handler)(); });
+        QObject::connect(button, &QPushButton::clicked, &window_, [this, handler] {
+            // A press by a mnemonic clicks a moment later.
+            if (!window_.isInPhantomMode()) (this->*handler)();
+        });
     };
     connect(controls_.plusButton, &IndexedFoldersController::selectIndexedFolder);
     connect(controls_.minusButton, &IndexedFoldersController::removeIndexedFolder);
@@ -53,6 +57,12 @@ IndexedFoldersController::IndexedFoldersController(IndexedFoldersSurroundings su
                      [this] { enableDisablePreferencesWindowControls(); });
     QObject::connect(table, &QListWidget::itemDoubleClicked, &window_,
                      [this] { showIndexedFolderInFinder(); });
+    table->setDropped([this](std::vector<std::string> paths) {
+        // Once the drop is over, as an alert may come.
+        QMetaObject::invokeMethod(
+            &window_, [this, paths = std::move(paths)] { foldersWereDropped(paths); }, Qt::QueuedConnection);
+    });
+    QObject::connect(controls_.restartButton, &QPushButton::clicked, &window_, surroundings_.restart);
     table->setMenuWillOpen([this, table] {
         focus_.showFocus(table);
         enableDisablePreferencesWindowControls();
@@ -98,18 +108,23 @@ void IndexedFoldersController::panelHasEnded(bool accepted) {
     if (!window_.isInPhantomMode()) window_.makeKeyAndOrderFront();
     // The desktop's own dialog may answer with nothing, or with what lies on another machine.
     if (!chosen.isEmpty() && QDir::isAbsolutePath(chosen.first()))
-        folderWasChosen(exactPathOfShown(QDir::cleanPath(chosen.first())));
+        addIndexedFolders({exactPathOfShown(QDir::cleanPath(chosen.first()))});
 }
 
 void IndexedFoldersController::closePanel() {
     if (panel_) panel_->reject();
 }
 
-void IndexedFoldersController::folderWasChosen(const std::string& path) {
-    BWSelectedFileOrFolder folder = BWSelectedFileOrFolder::fileOrFolderWithURL(fileUrlWithPath(path, true));
-    if (IndexedFolderList::coversPath(folders(), folder.path())) {
-        subFolderAlert();
-    } else {
+void IndexedFoldersController::addIndexedFolders(const std::vector<std::string>& paths) {
+    std::string added;
+    for (const std::string& path : paths) {
+        BWSelectedFileOrFolder folder =
+            BWSelectedFileOrFolder::fileOrFolderWithURL(fileUrlWithPath(path, true));
+        if (IndexedFolderList::coversPath(folders(), folder.path())) {
+            subFolderAlert();
+            continue;
+        }
+        added = folder.path();
         folders().push_back(std::move(folder));
         surroundings_.indexRebuilder.setIndexedFoldersHaveChanged(true);
     }
@@ -119,7 +134,25 @@ void IndexedFoldersController::folderWasChosen(const std::string& path) {
     // After the save: the file keeps the order of the choices until the next one.
     IndexedFolderList::sortByName(folders());
     reload();
-    selectIndexedFolderWithPath(path);
+    selectIndexedFolderWithPath(added.empty() ? paths.back() : added);
+}
+
+void IndexedFoldersController::foldersWereDropped(const std::vector<std::string>& paths) {
+    std::vector<std::string> onlyFolders;
+    for (const std::string& path : paths) {
+        std::error_code failure;
+        if (std::filesystem::is_directory(path, failure))
+            onlyFolders.push_back(path);
+        else
+            refuse(surroundings_.sounds, surroundings_.notifications,
+                   "\"" + path + "\" is not a folder that can be indexed.");
+    }
+    focusList();
+    if (!onlyFolders.empty()) addIndexedFolders(onlyFolders);
+}
+
+void IndexedFoldersController::noteWatchedFolders() {
+    for (const BWSelectedFileOrFolder& folder : folders()) watchedFolders_.insert(folder.path());
 }
 
 void IndexedFoldersController::subFolderAlert() {
@@ -246,6 +279,10 @@ void IndexedFoldersController::reload() {
                                               folder.isTrashFolder() ? QString("Trash") : path, &table);
         row->setToolTip(path.toHtmlEscaped());
     }
+    controls_.restartOffer->setVisible(
+        std::ranges::any_of(folders(), [this](const BWSelectedFileOrFolder& folder) {
+            return !watchedFolders_.contains(folder.path());
+        }));
 }
 
 } // namespace brimwick

@@ -9,7 +9,9 @@
 #include "picker/EntryIcons.h"
 #include "platform/ports/FileManager.h"
 
+#include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,8 @@ struct IndexedFoldersSurroundings {
     FileManager& fileManager;
     const EntryIcons& icons;
     std::string realHomeDirectory;
+    /// Ends the program and starts it again.
+    std::function<void()> restart;
 };
 
 /// The list of indexed folders in the preferences window: shown and changed. Each change is saved at once;
@@ -52,6 +56,10 @@ class IndexedFoldersController {
     void showIndexedFolderInFinder();
     void addTrashFolderButtonWasPressed();
     void addTrashFolderToIndexedFolders();
+    /// Adds folders by their paths, of which there is one at least, each by the rule of the list.
+    void addIndexedFolders(const std::vector<std::string>& paths);
+    /// The folders of the list are those that are watched for changes; others are from the next start on.
+    void noteWatchedFolders();
     bool hasTrashFolder() const;
     /// Selects the first row of exactly that path.
     void selectIndexedFolderWithPath(const std::string& path);
@@ -73,7 +81,8 @@ class IndexedFoldersController {
     /// The selected row, or nothing, and then the user was told why.
     int rowToWorkWith();
     void panelHasEnded(bool accepted);
-    void folderWasChosen(const std::string& path);
+    /// What is no folder is told and left out.
+    void foldersWereDropped(const std::vector<std::string>& paths);
     void forceRebuild();
     void updateEnabledState();
 
@@ -82,6 +91,7 @@ class IndexedFoldersController {
     PreferencesControls& controls_;
     PreferencesFocus& focus_;
     PreferencesPlace& place_;
+    std::set<std::string> watchedFolders_;
     std::unique_ptr<QFileDialog> panel_;
 };
 

@@ -29,9 +29,10 @@ PreferencesControls::PreferencesControls(BWPreferencesWindow& window)
       indexedFoldersTableView(new BWPreferencesTableView(&window)),
       indexedFoldersCurtain(new QLabel("The index is being rebuilt...", indexedFoldersTableView)),
       plusButton(new QPushButton("Add...", &window)), minusButton(new QPushButton("Remove", &window)),
-      showInFinderButton(new QPushButton("Show", &window)),
-      addTrashFolderButton(new QPushButton("Add Trash", &window)),
-      rebuildIndexCheckBox(new QCheckBox("Rebuild the index when this window closes", &window)),
+      showInFinderButton(new QPushButton("&Show", &window)),
+      addTrashFolderButton(new QPushButton("Add &Trash", &window)),
+      rebuildIndexCheckBox(new QCheckBox("Rebuild the &index when this window closes", &window)),
+      restartOffer(new QWidget(&window)), restartButton(new QPushButton("R&estart Brimwick", restartOffer)),
       preferencesWindowCloseButton(new QPushButton("Close", &window)), window_(window) {
     auto* const layout = new QVBoxLayout(&window);
     layout->setContentsMargins(gap, gap, gap, gap);
@@ -83,9 +84,9 @@ void PreferencesControls::addIndexedFolders(QGridLayout& layout, int row) {
     overList->setContentsMargins(0, 0, 0, 0);
     overList->addWidget(indexedFoldersCurtain);
 
-    plusButton->setToolTip("Add a folder, with all folders in it");
+    plusButton->setToolTip("Add a folder, with all folders in it (key =)");
     plusButton->setAccessibleName("Add a folder");
-    minusButton->setToolTip("Take the selected folder off the list; the folder itself stays");
+    minusButton->setToolTip("Take the selected folder off the list; the folder itself stays (key -)");
     minusButton->setAccessibleName("Remove the selected folder from the list");
     showInFinderButton->setToolTip("Show the selected folder in the file manager");
     showInFinderButton->setAccessibleName("Show the selected folder in the file manager");
@@ -104,6 +105,18 @@ void PreferencesControls::addIndexedFolders(QGridLayout& layout, int row) {
     rebuildIndexCheckBox->setFocusPolicy(Qt::NoFocus);
     layout.addLayout(buttons, row + 1, 1);
     layout.addWidget(rebuildIndexCheckBox, row + 2, 1);
+
+    auto* const note =
+        new QLabel("New folders are watched for changes from the next start of Brimwick on.", restartOffer);
+    note->setWordWrap(true);
+    restartButton->setAutoDefault(false);
+    restartButton->setFocusPolicy(Qt::NoFocus);
+    auto* const offer = new QHBoxLayout(restartOffer);
+    offer->setContentsMargins(0, gap / 2, 0, 0);
+    offer->addWidget(note, 1);
+    offer->addWidget(restartButton);
+    restartOffer->hide();
+    layout.addWidget(restartOffer, row + 3, 1);
 }
 
 void PreferencesControls::addField(QGridLayout& layout, Mode mode, const QString& caption) {

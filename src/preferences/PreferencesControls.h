@@ -39,6 +39,9 @@ class PreferencesControls : public HotKeyFieldsFace {
     QPushButton* showInFinderButton;
     QPushButton* addTrashFolderButton;
     QCheckBox* rebuildIndexCheckBox;
+    /// Shown when the list has folders that are not watched.
+    QWidget* restartOffer;
+    QPushButton* restartButton;
     QPushButton* preferencesWindowCloseButton;
     QAction* preferencesContextMenuShowInFinderMenuItem;
     QAction* preferencesContextMenuRemoveFolderMenuItem;

@@ -4,12 +4,9 @@ import pytest
 
 from filing import contents
 from harness import wait_until
-from harness.brimwick import WINDOW_CLASS
 from harness.picker import MOVE
+from folder_panel import add_folder_in_panel, listed_folders
 from recording import Recording
-
-PANEL = "Add an Indexed Folder"
-
 
 @pytest.fixture
 def recording(filing):
@@ -22,19 +19,7 @@ def emma(filing):
 
 
 def listed(recording) -> list:
-    return recording.desktop.preferences.read()["IndexedFolders"]
-
-
-def add(recording, folder):
-    """Chooses a folder in the panel that is open."""
-    desktop = recording.desktop
-    panel = desktop.windows.wait_for(WINDOW_CLASS, PANEL)
-    desktop.windows.wait_until_active(panel)
-    desktop.keyboard.type(str(folder))
-    desktop.keyboard.tap("Return")
-    wait_until(lambda: str(folder) in listed(recording), lambda: f"{folder} is saved; saved are {listed(recording)}")
-    wait_until(lambda: not panel.is_viewable(), "the panel is gone")
-    desktop.windows.wait_until_active(recording.window.window)
+    return listed_folders(recording.desktop)
 
 
 def move_there(recording, name, folder):
@@ -53,7 +38,7 @@ def test_a_folder_is_added_by_keys_and_found_once_the_window_is_closed(recording
     for _ in range(3):
         recording.press("Tab")
     recording.press("equal")
-    add(recording, emma.parent)
+    add_folder_in_panel(recording.desktop, emma.parent)
     recording.close()
     move_there(recording, "emma", emma)
 

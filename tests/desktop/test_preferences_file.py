@@ -26,6 +26,10 @@ def test_a_corrupt_file_is_kept_aside_and_the_defaults_hold(desktop, content):
     assert [path.read_bytes() for path in kept] == ([content] if content else [])
     stored = desktop.preferences.read()
     assert (stored["HotKeyCode"], stored["WickWindowHeight"], stored["IndexedFolders"]) == ("46", "572", [])
+    # Without a folder it asks for one.
+    desktop.brimwick.wait_for_preferences_window()
+    desktop.keyboard.tap("Escape")
+    desktop.brimwick.wait_until_preferences_are_hidden()
     desktop.keyboard.chord("ctrl+super+o")
     desktop.brimwick.wait_for_picker()
 

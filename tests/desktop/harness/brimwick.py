@@ -35,7 +35,7 @@ class Brimwick:
     def start(self, wait=True, environment=None, timeout=20.0):
         """Starts it, and waits until its index is ready unless told otherwise; returns its process."""
         settings = {**SANITIZERS, **(environment or {})}
-        self._starts_before = self._times_ready()
+        self._starts_before = self.times_ready()
         self._process = self._desktop.children.start("brimwick", [self._reachable_binary()], settings)
         if wait:
             wait_until(self._is_ready, lambda: f"the index is ready; stderr: {self._process.stderr()}", timeout)
@@ -106,9 +106,10 @@ class Brimwick:
         # Without a service the texts go to stderr.
         if not self._desktop.notifications:
             return READY in self._process.stderr()
-        return self._times_ready() > self._starts_before
+        return self.times_ready() > self._starts_before
 
-    def _times_ready(self) -> int:
+    def times_ready(self) -> int:
+        """How often it has told that its first index is there, over all its starts."""
         service = self._desktop.notifications
         return service.texts().count(READY) if service else 0
 

@@ -4,8 +4,10 @@
 
 #include <QCheckBox>
 #include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPointer>
 #include <QPushButton>
 #include <QTimer>
@@ -282,6 +284,78 @@ TEST_F(IndexedFolders, ThatWereAddedWhileTheIndexWasMadeAreIndexedNext) {
         if (!closedBefore) preferences().hidePreferences();
         ASSERT_TRUE(mainLoop.runNext());
         EXPECT_EQ(brimwick->model().folderIndexer().index()->size(), 4U);
+        brimwick.reset();
+    }
+}
+
+TEST_F(IndexedFolders, AreAddedWhenTheyAreDroppedOnTheListByTheSameRules) {
+    startWith({home / "x/Projects"});
+    const std::string odd = home / "odd \xff\n";
+    std::filesystem::create_directories(odd);
+    const std::string file = home.makeFile("file", "");
+    QMimeData dropped;
+    QByteArray urls;
+    for (const std::string& path : {odd, file, home / "x/Projects/Web", home / "y/Docs", home / "gone"})
+        urls += QByteArray::fromStdString(fileUrlWithPath(path, false)) + "\r\n";
+    dropped.setData("text/uri-list", urls);
+    QTimer answer;
+    int alerts = 0;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&alerts] {
+        auto* const alert = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (alert == nullptr) return;
+        EXPECT_EQ(alert->text(), "Subfolder Not Allowed");
+        ++alerts;
+        alert->accept();
+    });
+    answer.start(10);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(table().viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction | Qt::MoveAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(table().viewport(), &drop);
+    EXPECT_TRUE(drop.isAccepted());
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "the folders stay where they are";
+    EXPECT_EQ(listed().size(), 1U) << "the drop is over before anything is asked";
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    EXPECT_EQ(alerts, 1);
+    EXPECT_THAT(saved(), ElementsAre(home / "x/Projects", odd, home / "y/Docs"));
+    EXPECT_THAT(told(), ElementsAre("\"" + file + "\" is not a folder that can be indexed.",
+                                    "\"" + (home / "gone") + "\" is not a folder that can be indexed."));
+    expectRebuildIsForced();
+}
+
+TEST_F(IndexedFolders, AreNotTakenFromADropOfText) {
+    startWith({home / "z"});
+    QMimeData text;
+    text.setText("/etc");
+    QDragEnterEvent drag({5, 5}, Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(table().viewport(), &drag);
+    EXPECT_FALSE(drag.isAccepted());
+}
+
+TEST_F(IndexedFolders, ThatAreNotWatchedYetComeWithAnOfferToRestart) {
+    startWith({home / "z"});
+    EXPECT_FALSE(shown().restartOffer->isVisible());
+    add(home / "y/Docs");
+    EXPECT_TRUE(shown().restartOffer->isVisible());
+    preferences().hidePreferences();
+    ASSERT_TRUE(mainLoop.runNext());
+    showPreferences();
+    EXPECT_TRUE(shown().restartOffer->isVisible()) << "they are indexed now, but not watched";
+    table().selectRow(0);
+    shown().minusButton->click();
+    EXPECT_FALSE(shown().restartOffer->isVisible());
+    table().selectRow(0);
+    shown().minusButton->click();
+    add(home / "z");
+    EXPECT_FALSE(shown().restartOffer->isVisible()) << "it has been watched since the start";
+}
+
+TEST_F(IndexedFolders, AreAskedForAtAStartWithoutAny) {
+    for (const bool some : {true, false}) {
+        storePreferences(some ? Paths{home.makeFolder("some")} : Paths{});
+        start();
+        EXPECT_EQ(preferences().isInPhantomMode(), some);
         brimwick.reset();
     }
 }
