@@ -5,6 +5,7 @@ import pytest
 from filing import contents
 from harness import wait_until
 from harness.picker import MOVE
+from harness.preferences_window import INDEXED_FOLDERS
 from folder_panel import add_folder_in_panel, listed_folders
 from recording import Recording
 
@@ -41,6 +42,25 @@ def test_a_folder_is_added_by_keys_and_found_once_the_window_is_closed(recording
     add_folder_in_panel(recording.desktop, emma.parent)
     recording.close()
     move_there(recording, "emma", emma)
+
+
+def test_a_folder_is_added_by_dragging_it_from_the_file_manager(desktop):
+    documents, letters = desktop.make_folder("Documents", "Box/Letters")
+    desktop.preferences.write([documents])
+    desktop.brimwick.start()
+    box = desktop.file_manager.open(letters.parent)
+    place = box.client
+    box.move(40, 40)
+    wait_until(lambda: box.client != place, "the file manager is aside")
+    desktop.keyboard.chord("ctrl+super+o")
+    desktop.brimwick.wait_for_picker()
+    desktop.keyboard.chord("ctrl+comma")
+    window = desktop.brimwick.wait_for_preferences_window()
+    first_row = box.client.x + 180, box.client.y + 134
+    desktop.mouse.drag(first_row, window.at(INDEXED_FOLDERS))
+    saved = lambda: desktop.preferences.read()["IndexedFolders"]
+    wait_until(lambda: str(letters) in saved(), lambda: f"{letters} is saved; saved are {saved()}")
+    assert letters.is_dir()
 
 
 def test_a_folder_is_taken_off_by_keys_and_stays_where_it_is(recording):

@@ -24,6 +24,7 @@ CHECK_BOXES = {
     "NotificationSoundOnRebuildIndexForSubfolder": (195, 267),
     "NotificationPopupOnRebuildIndexForSubfolder": (349, 267),
 }
+INDEXED_FOLDERS = (314, 360)
 RESTART = (444, 493)
 PULSE, ROTATE = (78, 347), (142, 347)
 MESSAGE_BELOW = 14

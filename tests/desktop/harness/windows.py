@@ -76,6 +76,11 @@ class Window:
             self._window.unmap()
         self._windows.display.sync()
 
+    def move(self, x: int, y: int):
+        """Asks for another place of its upper left corner."""
+        self._window.configure(x=x, y=y)
+        self._windows.display.sync()
+
     @property
     def client(self) -> Rectangle:
         """Where its contents lie."""
