@@ -21,6 +21,7 @@
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <vector>
 
 using namespace brimwick;
 
@@ -91,8 +92,9 @@ int runProgram(int argc, char** argv) {
 }
 
 /// In the same process, so that whoever watches over the program sees no end of it.
-int startAgain(const std::string& program, char** argv) {
-    execv(program.c_str(), argv);
+int startAgain(const std::string& program, std::vector<char*> arguments) {
+    arguments.push_back(nullptr);
+    execv(program.c_str(), arguments.data());
     complain("brimwick: it cannot be started again: " + std::string(std::strerror(errno)));
     return ExitCode::failed;
 }
@@ -106,8 +108,10 @@ int main(int argc, char** argv) {
         returnLargeBlocksWhenFreed();
         const CommandArguments arguments(argv + std::min(argc, 1), argv + argc);
         if (!startsTheProgram(arguments)) return runCommand(arguments, argc, argv);
+        // As they are now: the toolkit takes out those that are its own.
+        const std::vector<char*> given(argv, argv + argc);
         const int result = runProgram(argc, argv);
-        return result == BWApplication::exitCodeForRestart ? startAgain(program, argv) : result;
+        return result == BWApplication::exitCodeForRestart ? startAgain(program, given) : result;
     } catch (const std::exception& failure) {
         complain(std::string("brimwick: ") + failure.what());
         return ExitCode::failed;

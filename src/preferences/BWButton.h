@@ -10,6 +10,7 @@ class BWButton : public QCheckBox {
     using QCheckBox::QCheckBox;
 
     void setFocusMarkHidden(bool hidden);
+    bool focusMarkIsHidden() const { return focusMarkIsHidden_; }
 
   protected:
     void initStyleOption(QStyleOptionButton* option) const override;

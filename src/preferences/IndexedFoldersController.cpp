@@ -18,8 +18,11 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QThread>
+#include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 
 namespace brimwick {
@@ -28,6 +31,18 @@ namespace {
 
 /// The Open mode's field, whose key a press in the list is taken for after a command.
 constexpr std::int32_t indexAfterChange = 2;
+constexpr std::chrono::milliseconds pauseBeforeLooking{20};
+
+void closePopups() {
+    for (QWidget* popup = QApplication::activePopupWidget(); popup != nullptr;
+         popup = QApplication::activePopupWidget())
+        if (!popup->close()) break;
+}
+
+bool isSameOrBelow(const std::string& path, const std::string& folder) {
+    return path.starts_with(folder) &&
+           (path.size() == folder.size() || folder.ends_with('/') || path[folder.size()] == '/');
+}
 
 } // namespace
 
@@ -46,8 +61,9 @@ IndexedFoldersController::IndexedFoldersController(IndexedFoldersSurroundings su
     connect(controls_.minusButton, &IndexedFoldersController::removeIndexedFolder);
     connect(controls_.showInFinderButton, &IndexedFoldersController::showIndexedFolderInFinder);
     connect(controls_.addTrashFolderButton, &IndexedFoldersController::addTrashFolderButtonWasPressed);
-    QObject::connect(controls_.rebuildIndexCheckBox, &QCheckBox::clicked, &window_,
-                     [this] { rebuildIndexCheckBoxChanged(); });
+    QObject::connect(controls_.rebuildIndexCheckBox, &QCheckBox::clicked, &window_, [this] {
+        if (!window_.isInPhantomMode()) rebuildIndexCheckBoxChanged();
+    });
     QObject::connect(controls_.preferencesContextMenuShowInFinderMenuItem, &QAction::triggered, &window_,
                      [this] { showIndexedFolderInFinder(); });
     QObject::connect(controls_.preferencesContextMenuRemoveFolderMenuItem, &QAction::triggered, &window_,
@@ -62,7 +78,7 @@ IndexedFoldersController::IndexedFoldersController(IndexedFoldersSurroundings su
         QMetaObject::invokeMethod(
             &window_, [this, paths = std::move(paths)] { foldersWereDropped(paths); }, Qt::QueuedConnection);
     });
-    QObject::connect(controls_.restartButton, &QPushButton::clicked, &window_, surroundings_.restart);
+    connect(controls_.restartButton, &IndexedFoldersController::restartButtonWasPressed);
     table->setMenuWillOpen([this, table] {
         focus_.showFocus(table);
         enableDisablePreferencesWindowControls();
@@ -78,7 +94,9 @@ std::vector<BWSelectedFileOrFolder>& IndexedFoldersController::folders() const {
 void IndexedFoldersController::focusList() {
     focus_.showFocus(controls_.indexedFoldersTableView);
     place_.preferencesWindowFocusedControlIndex = indexAfterChange;
-    place_.listHasFocus = true;
+    place_.listHasFocus = place_.selectedTab == PreferencesTab::General;
+    // There the list is not to be seen, and the box of that number is what Space acts on.
+    if (!place_.listHasFocus) focus_.focusControl(focus_.notificationsControl(indexAfterChange));
 }
 
 void IndexedFoldersController::selectIndexedFolder() {
@@ -88,26 +106,33 @@ void IndexedFoldersController::selectIndexedFolder() {
     panel_->setOption(QFileDialog::ShowDirsOnly);
     panel_->setLabelText(QFileDialog::Accept, "Select");
     panel_->setDirectory(QFile::decodeName(QByteArray::fromStdString(surroundings_.realHomeDirectory)));
-    // Queued, as the panel goes with it and must have left its own handler by then.
+    // Queued, as the panel goes with it and must have left the handler that ends it.
     QObject::connect(
         panel_.get(), &QFileDialog::finished, &window_,
-        [this, panel = panel_.get()](int result) {
-            if (panel_.get() == panel) panelHasEnded(result == QDialog::Accepted);
+        [this, panel = panel_.get(), level = QThread::currentThread()->loopLevel()](int result) {
+            panelHasEnded(panel, result == QDialog::Accepted, level);
         },
         Qt::QueuedConnection);
     panel_->open();
 }
 
-void IndexedFoldersController::panelHasEnded(bool accepted) {
+void IndexedFoldersController::panelHasEnded(const QFileDialog* panel, bool accepted, int loopLevel) {
+    if (panel_.get() != panel) return;
+    if (QThread::currentThread()->loopLevel() > loopLevel) {
+        // A message or a menu of the panel runs a loop of its own, and must be left before the panel goes.
+        for (QDialog* const message : panel_->findChildren<QDialog*>()) message->reject();
+        closePopups();
+        QTimer::singleShot(pauseBeforeLooking, &window_,
+                           [this, panel, accepted, loopLevel] { panelHasEnded(panel, accepted, loopLevel); });
+        return;
+    }
     const QStringList chosen = accepted ? panel_->selectedFiles() : QStringList();
     // With it goes the list of what could be typed, which would keep the keyboard.
     panel_.reset();
-    for (QWidget* popup = QApplication::activePopupWidget(); popup != nullptr;
-         popup = QApplication::activePopupWidget())
-        if (!popup->close()) break;
+    closePopups();
     if (!window_.isInPhantomMode()) window_.makeKeyAndOrderFront();
     // The desktop's own dialog may answer with nothing, or with what lies on another machine.
-    if (!chosen.isEmpty() && QDir::isAbsolutePath(chosen.first()))
+    if (!chosen.isEmpty() && !window_.isInPhantomMode() && QDir::isAbsolutePath(chosen.first()))
         addIndexedFolders({exactPathOfShown(QDir::cleanPath(chosen.first()))});
 }
 
@@ -122,13 +147,15 @@ void IndexedFoldersController::addIndexedFolders(const std::vector<std::string>&
             BWSelectedFileOrFolder::fileOrFolderWithURL(fileUrlWithPath(path, true));
         if (IndexedFolderList::coversPath(folders(), folder.path())) {
             subFolderAlert();
+            // A hot key may have put the window away meanwhile, and what changes now would not be indexed.
+            if (window_.isInPhantomMode()) break;
             continue;
         }
         added = folder.path();
         folders().push_back(std::move(folder));
         surroundings_.indexRebuilder.setIndexedFoldersHaveChanged(true);
     }
-    if (!surroundings_.indexRebuilder.indexedFoldersHaveChanged()) return;
+    if (added.empty() && !surroundings_.indexRebuilder.indexedFoldersHaveChanged()) return;
     forceRebuild();
     surroundings_.preferences.savePreferences();
     // After the save: the file keeps the order of the choices until the next one.
@@ -138,6 +165,7 @@ void IndexedFoldersController::addIndexedFolders(const std::vector<std::string>&
 }
 
 void IndexedFoldersController::foldersWereDropped(const std::vector<std::string>& paths) {
+    if (window_.isInPhantomMode()) return;
     std::vector<std::string> onlyFolders;
     for (const std::string& path : paths) {
         std::error_code failure;
@@ -149,6 +177,11 @@ void IndexedFoldersController::foldersWereDropped(const std::vector<std::string>
     }
     focusList();
     if (!onlyFolders.empty()) addIndexedFolders(onlyFolders);
+}
+
+void IndexedFoldersController::restartButtonWasPressed() {
+    surroundings_.preferences.savePreferences();
+    surroundings_.restart();
 }
 
 void IndexedFoldersController::noteWatchedFolders() {
@@ -281,7 +314,9 @@ void IndexedFoldersController::reload() {
     }
     controls_.restartOffer->setVisible(
         std::ranges::any_of(folders(), [this](const BWSelectedFileOrFolder& folder) {
-            return !watchedFolders_.contains(folder.path());
+            return std::ranges::none_of(watchedFolders_, [&folder](const std::string& watched) {
+                return isSameOrBelow(folder.path(), watched);
+            });
         }));
 }
 

@@ -80,7 +80,9 @@ class IndexedFoldersController {
     void focusList();
     /// The selected row, or nothing, and then the user was told why.
     int rowToWorkWith();
-    void panelHasEnded(bool accepted);
+    /// `loopLevel`: how deep the loops of events were nested when the panel came.
+    void panelHasEnded(const QFileDialog* panel, bool accepted, int loopLevel);
+    void restartButtonWasPressed();
     /// What is no folder is told and left out.
     void foldersWereDropped(const std::vector<std::string>& paths);
     void forceRebuild();

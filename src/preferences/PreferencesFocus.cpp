@@ -122,7 +122,8 @@ void PreferencesFocus::showFocus(QWidget* control) {
     if (!isStyle) withKeyboard_ = control;
     for (const auto& [box, key] : tab.checkBoxes()) box->setFocusMarkHidden(isStyle);
     controls_.preferencesWindowCloseButton->setDefault(control == controls_.preferencesWindowCloseButton);
-    if (control == controls_.indexedFoldersTableView) control->setFocus(Qt::OtherFocusReason);
+    if (control == controls_.indexedFoldersTableView && place_.selectedTab == PreferencesTab::General)
+        control->setFocus(Qt::OtherFocusReason);
 }
 
 void PreferencesFocus::handleTabViewChange() {

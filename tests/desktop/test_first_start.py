@@ -1,5 +1,7 @@
 """A start without a folder to index, and a start anew from the preferences window."""
 
+from pathlib import Path
+
 from folder_panel import add_folder_in_panel
 from harness import wait_until
 from harness.preferences_window import RESTART
@@ -8,9 +10,9 @@ from harness.waiting import holds_for
 REBUILT = "Index rebuilding complete."
 
 
-def start_and_add(desktop, folder):
+def start_and_add(desktop, folder, *arguments):
     """Returns the preferences window, which the program shows by itself."""
-    desktop.brimwick.start()
+    desktop.brimwick.start(*arguments)
     window = desktop.brimwick.wait_for_preferences_window()
     desktop.keyboard.tap("equal")
     add_folder_in_panel(desktop, folder)
@@ -41,11 +43,13 @@ def test_a_start_with_folders_shows_no_window(filing):
 
 def test_restarted_by_its_button_it_watches_the_new_folder(desktop):
     (documents,) = desktop.make_folder("Documents")
-    window = start_and_add(desktop, documents)
+    window = start_and_add(desktop, documents, "-style", "fusion")
+    pid = window.window.pid
+    given = Path(f"/proc/{pid}/cmdline").read_bytes()
     starts = desktop.brimwick.times_ready()
     desktop.mouse.click(*window.at(RESTART))
     wait_until(lambda: desktop.brimwick.times_ready() > starts, "it has started again")
-    assert desktop.brimwick.process.is_running()
+    assert Path(f"/proc/{pid}/cmdline").read_bytes() == given, "it is the same process, with what it was given"
     assert holds_for(lambda: desktop.brimwick.preferences_window() is None, 0.5)
     desktop.make_folder("Documents/later")
     desktop.notifications.wait_for(REBUILT)

@@ -32,11 +32,11 @@ class Brimwick:
         self._process = None
         self._starts_before = 0
 
-    def start(self, wait=True, environment=None, timeout=20.0):
+    def start(self, *arguments, wait=True, environment=None, timeout=20.0):
         """Starts it, and waits until its index is ready unless told otherwise; returns its process."""
         settings = {**SANITIZERS, **(environment or {})}
         self._starts_before = self.times_ready()
-        self._process = self._desktop.children.start("brimwick", [self._reachable_binary()], settings)
+        self._process = self._desktop.children.start("brimwick", [self._reachable_binary(), *arguments], settings)
         if wait:
             wait_until(self._is_ready, lambda: f"the index is ready; stderr: {self._process.stderr()}", timeout)
         return self._process

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QContextMenuEvent>
 #include <QDropEvent>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QMimeData>
@@ -319,6 +320,8 @@ TEST_F(IndexedFolders, AreAddedWhenTheyAreDroppedOnTheListByTheSameRules) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
     EXPECT_EQ(alerts, 1);
     EXPECT_THAT(saved(), ElementsAre(home / "x/Projects", odd, home / "y/Docs"));
+    EXPECT_EQ(focusedIndex(), 2);
+    EXPECT_EQ(table().item(table().selectedRow())->text().toStdString(), home / "y/Docs");
     EXPECT_THAT(told(), ElementsAre("\"" + file + "\" is not a folder that can be indexed.",
                                     "\"" + (home / "gone") + "\" is not a folder that can be indexed."));
     expectRebuildIsForced();
@@ -349,6 +352,68 @@ TEST_F(IndexedFolders, ThatAreNotWatchedYetComeWithAnOfferToRestart) {
     shown().minusButton->click();
     add(home / "z");
     EXPECT_FALSE(shown().restartOffer->isVisible()) << "it has been watched since the start";
+    table().selectRow(0);
+    shown().minusButton->click();
+    add(home.makeFolder("z/deeper"));
+    EXPECT_FALSE(shown().restartOffer->isVisible()) << "so has what lies in it";
+    add(home.makeFolder("zebra"));
+    EXPECT_TRUE(shown().restartOffer->isVisible());
+}
+
+TEST_F(IndexedFolders, StayAsTheyAreWhenAMnemonicClicksAfterTheWindowWentAway) {
+    startWith({home / "z"});
+    preferences().hidePreferences();
+    table().selectRow(0);
+    for (QAbstractButton* const button :
+         std::initializer_list<QAbstractButton*>{shown().plusButton, shown().minusButton,
+                                                 shown().addTrashFolderButton, shown().rebuildIndexCheckBox})
+        button->click();
+    EXPECT_THAT(listed(), ElementsAre(home / "z"));
+    EXPECT_FALSE(changed());
+    EXPECT_EQ(preferences().preferencesWindow().findChild<QFileDialog*>(), nullptr);
+}
+
+TEST_F(IndexedFolders, TakeNoMoreOfADropOnceTheWindowIsHidden) {
+    startWith({home / "z"});
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [this] {
+        auto* const alert = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (alert == nullptr) return;
+        preferences().hidePreferences();
+        alert->accept();
+    });
+    answer.start(10);
+    preferences().indexedFolders().addIndexedFolders({home / "z", home / "y"});
+    EXPECT_THAT(listed(), ElementsAre(home / "z"));
+    EXPECT_FALSE(changed());
+}
+
+TEST_F(IndexedFolders, OutliveAMessageOfThePanelWhenAHotKeyPutsTheWindowAway) {
+    startWith({home / "z"});
+    shown().plusButton->click();
+    auto* const panel = preferences().preferencesWindow().findChild<QFileDialog*>();
+    ASSERT_NE(panel, nullptr);
+    const QPointer<QFileDialog> lives = panel;
+    bool wasThere = false;
+    QTimer hotKey;
+    QObject::connect(&hotKey, &QTimer::timeout, &hotKey, [&] {
+        if (QApplication::activeModalWidget() == panel || QApplication::activeModalWidget() == nullptr)
+            return;
+        hotKey.stop();
+        preferences().hidePreferences();
+        // The loop of the message goes on for a while.
+        QApplication::processEvents();
+        wasThere = !lives.isNull();
+    });
+    hotKey.start(10);
+    panel->selectFile("no such folder");
+    static_cast<QDialog*>(panel)->accept();
+    EXPECT_TRUE(wasThere) << "it was in its own handler";
+    QElapsedTimer waited;
+    waited.start();
+    while (!lives.isNull() && waited.elapsed() < 5000) QApplication::processEvents(QEventLoop::AllEvents, 50);
+    EXPECT_TRUE(lives.isNull());
+    EXPECT_TRUE(preferences().isInPhantomMode());
 }
 
 TEST_F(IndexedFolders, AreAskedForAtAStartWithoutAny) {

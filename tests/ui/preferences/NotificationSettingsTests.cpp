@@ -174,6 +174,8 @@ TEST_F(NotificationSettingsTab, LeavesTheKeyboardWithTheBoxBeforeWhenTheStyleIsS
     startWith();
     goTo(styleIndex);
     EXPECT_TRUE(page().notificationPopupOnRebuildIndexForSubfolderCheckBox->hasFocus());
+    EXPECT_TRUE(page().notificationPopupOnRebuildIndexForSubfolderCheckBox->focusMarkIsHidden())
+        << "one mark is enough";
     press(scanSpace, Qt::Key_Space);
     EXPECT_TRUE(page().notificationAnimationStyleRotateButtonCell->isChecked());
     EXPECT_FALSE(page().notificationPopupOnRebuildIndexForSubfolderCheckBox->isChecked());
@@ -236,6 +238,10 @@ TEST_F(NotificationSettingsTab, TakesFoldersOffTheListByMinusLikeTheOther) {
     shown().indexedFoldersTableView->selectRow(0);
     press(scanMinus, Qt::Key_Minus);
     EXPECT_THAT(brimwick->model().folderIndexer().indexedFolders(), IsEmpty());
+    EXPECT_EQ(focusedIndex(), 2);
+    EXPECT_TRUE(page().notificationSoundOnOpenCheckBox->hasFocus()) << "what Space acts on is marked";
+    press(scanSpace, Qt::Key_Space);
+    EXPECT_FALSE(page().notificationSoundOnOpenCheckBox->isChecked());
     press(scanEquals, Qt::Key_Equal);
     EXPECT_NE(window().findChild<QFileDialog*>(), nullptr);
 }
