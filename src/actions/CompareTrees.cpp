@@ -13,7 +13,7 @@ namespace brimwick {
 
 namespace {
 
-constexpr std::size_t blockSize = std::size_t{1} << 20U;
+constexpr std::size_t largestBlock = std::size_t{1} << 20U;
 
 std::error_code different() {
     return std::make_error_code(std::errc::device_or_resource_busy);
@@ -120,7 +120,16 @@ class Comparison : public TreeVisitor {
         const bool sizesFit = trees_.files == FileMatch::Same ? oneStatus.st_size == otherStatus.st_size
                                                               : oneStatus.st_size <= otherStatus.st_size;
         if (!S_ISREG(oneStatus.st_mode) || !S_ISREG(otherStatus.st_mode) || !sizesFit) return different();
+        makeRoomFor(oneStatus.st_size);
         return compareContents(oneFile.get(), otherFile.get());
+    }
+
+    /// No more than the file needs: to clear a large block takes longer than to compare a small file.
+    void makeRoomFor(off_t size) {
+        const std::size_t wanted = std::min(largestBlock, static_cast<std::size_t>(size) + 1);
+        if (wanted <= block_.size()) return;
+        block_.resize(wanted);
+        otherBlock_.resize(wanted);
     }
 
     std::error_code compareContents(int one, int other) {
@@ -152,8 +161,8 @@ class Comparison : public TreeVisitor {
     std::optional<FolderCursor> other_;
     SameEntries entries_;
     std::string where_;
-    std::vector<char> block_ = std::vector<char>(blockSize);
-    std::vector<char> otherBlock_ = std::vector<char>(blockSize);
+    std::vector<char> block_;
+    std::vector<char> otherBlock_;
 };
 
 } // namespace

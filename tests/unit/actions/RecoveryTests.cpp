@@ -17,6 +17,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 constexpr const char* hiddenCopy = ".brimwick-1-2.part";
 constexpr const char* hiddenSource = ".brimwick-1-3.moved";
@@ -66,7 +67,7 @@ class RecoveryTest : public testing::Test {
         std::filesystem::rename(source / name, source / hiddenSource);
     }
     void note(const std::string& line) {
-        std::ofstream(home / "journal", std::ios::app | std::ios::binary) << "1 " << line << "\n";
+        std::ofstream(home / "journal", std::ios::app | std::ios::binary) << number << ' ' << line << "\n";
     }
     /// Up to the point at which the source has its hidden name.
     void moveUpToTheRemoval(const std::string& name) {
@@ -92,6 +93,7 @@ class RecoveryTest : public testing::Test {
     TemporaryFolder source;
     TemporaryFolder target{otherFileSystem()};
     InterruptedTransfer transfer;
+    int number = 1; ///< of the transfer in the journal
 };
 
 TEST_F(RecoveryTest, HasNothingToDoAfterACleanEnd) {
@@ -400,6 +402,28 @@ TEST_F(RecoveryTest, GoesOnWithTheOthersAfterOneThatMustWait) {
 }
 
 /// The copy may have gone while it was compared.
+TEST_F(RecoveryTest, FinishesManyMovesAndTellsOfEachInItsOrder) {
+    std::vector<std::string> expected;
+    for (; number <= 250; ++number) {
+        const std::string name = std::to_string(number);
+        const bool changes = number % 100 == 50;
+        source.makeFile(name, "content of " + name);
+        noteStaging(name);
+        stage(name);
+        giveName(name);
+        if (changes) source.makeFile(name, "changed afterwards");
+        expected.push_back(changes ? "Did not finish an interrupted move of file " + name + ", because"
+                                   : "Finished an interrupted move of file " + name + " to folder");
+    }
+    const Names told = recover();
+    ASSERT_EQ(told.size(), expected.size());
+    for (std::size_t i = 0; i < told.size(); ++i) EXPECT_THAT(told[i], StartsWith(expected[i]));
+    EXPECT_THAT(namesIn(source.path()), ElementsAre("150", "250", "50", "tree"));
+    EXPECT_EQ(namesIn(target.path()).size(), 250U);
+    EXPECT_EQ(TemporaryFolder::read(target / "249"), "content of 249");
+    EXPECT_FALSE(isOpen());
+}
+
 TEST_F(RecoveryTest, RemovesNothingWhenTheLastLookAtTheCopyFails) {
     copyTree(source / "tree", source / hiddenSource);
     const auto place = ItemPlace::open(source / "tree");
