@@ -13,6 +13,7 @@ namespace brimwick {
 
 namespace {
 
+constexpr std::size_t smallestBlock = std::size_t{1} << 12U;
 constexpr std::size_t largestBlock = std::size_t{1} << 20U;
 
 std::error_code different() {
@@ -126,7 +127,8 @@ class Comparison : public TreeVisitor {
 
     /// No more than the file needs: to clear a large block takes longer than to compare a small file.
     void makeRoomFor(off_t size) {
-        const std::size_t wanted = std::min(largestBlock, static_cast<std::size_t>(size) + 1);
+        const std::size_t wanted =
+            std::clamp(static_cast<std::size_t>(size) + 1, smallestBlock, largestBlock);
         if (wanted <= block_.size()) return;
         block_.resize(wanted);
         otherBlock_.resize(wanted);

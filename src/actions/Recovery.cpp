@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <exception>
-#include <map>
 #include <optional>
+#include <set>
 #include <span>
 
 namespace brimwick {
@@ -15,25 +15,18 @@ namespace {
 /// Each may hold two folders open.
 constexpr std::size_t mostAtOnce = 100;
 
-/// Transfers that are looked at one by one, and for which everything is flushed once.
+/// Transfers that are looked at one by one, and whose copies, notes and removals are flushed together.
 class RecoveryBatch {
   public:
     RecoveryBatch(FileJournal& journal, std::span<const InterruptedTransfer> transfers)
         : journal_(journal), transfers_(transfers), outcomes_(transfers.size()), moves_(transfers.size()) {}
 
-    void run(const std::stop_token& stop) {
+    /// False when no more should be finished by this run.
+    bool run(const std::stop_token& stop) {
         for (std::size_t i = 0; i < transfers_.size() && !stop.stop_requested(); ++i)
             attempt(i, [&] { return look(i, stop); });
-        if (std::ranges::none_of(moves_, [](const auto& move) { return move.has_value(); })) return;
-        forEachMove([this](TransferRecovery& move) { return makeCopyDurable(move); });
-        forEachMove([](TransferRecovery& move) -> Step {
-            move.announceRemoval();
-            return std::nullopt;
-        });
-        journal_.flush();
-        forEachMove([](TransferRecovery& move) { return Step(move.removeSource()); });
-        // Should a name come back after a power cut, there is an item twice, and none lost.
-        static_cast<void>(folders_.syncChanged());
+        finishMoves(stop);
+        return !stop.stop_requested() && !flushFailure_;
     }
 
     /// Adds what the user is to be told.
@@ -48,6 +41,22 @@ class RecoveryBatch {
 
   private:
     using Step = std::optional<RecoveryOutcome>;
+
+    void finishMoves(const std::stop_token& stop) {
+        if (stop.stop_requested()) return;
+        if (std::ranges::none_of(moves_, [](const auto& move) { return move.has_value(); })) return;
+        forEachMove([this](TransferRecovery& move) { return makeCopyDurable(move); });
+        forEachMove([](TransferRecovery& move) -> Step {
+            move.announceRemoval();
+            return std::nullopt;
+        });
+        journal_.flush();
+        forEachMove([&](TransferRecovery& move) {
+            return stop.stop_requested() ? Step() : Step(move.removeSource());
+        });
+        // Should a name come back after a power cut, there is an item twice, and none lost.
+        static_cast<void>(folders_.syncChanged());
+    }
 
     /// A transfer that cannot be looked at does not keep the others from it.
     template<class Action>
@@ -78,9 +87,10 @@ class RecoveryBatch {
 
     Step makeCopyDurable(const TransferRecovery& move) {
         const OpenFolder& folder = move.targetFolder();
-        const auto [flushed, isNew] = flushed_.try_emplace(folder.descriptor());
-        if (isNew) flushed->second = folder.syncFileSystem();
-        return flushed->second ? Step(move.notDurable(flushed->second)) : std::nullopt;
+        // The system tells of a failure once: what is flushed after it may seem to succeed.
+        if (!flushFailure_ && flushed_.insert(folder.descriptor()).second)
+            flushFailure_ = folder.syncFileSystem();
+        return flushFailure_ ? Step(move.notDurable(flushFailure_)) : std::nullopt;
     }
 
     FileJournal& journal_;
@@ -88,7 +98,8 @@ class RecoveryBatch {
     OpenFolders folders_;
     std::vector<std::optional<RecoveryOutcome>> outcomes_;
     std::vector<std::optional<TransferRecovery>> moves_; ///< to be finished
-    std::map<int, std::error_code> flushed_;
+    std::set<int> flushed_;                              ///< the folders that stay open with the moves
+    std::error_code flushFailure_;
 };
 
 } // namespace
@@ -96,10 +107,10 @@ class RecoveryBatch {
 std::vector<std::string> recoverInterrupted(FileJournal& journal, const std::stop_token& stop) {
     std::vector<std::string> lines;
     std::span<const InterruptedTransfer> left = journal.interrupted();
-    while (!left.empty() && !stop.stop_requested()) {
+    for (bool goesOn = true; goesOn && !left.empty();) {
         const auto some = left.first(std::min(mostAtOnce, left.size()));
         RecoveryBatch batch(journal, some);
-        batch.run(stop);
+        goesOn = batch.run(stop);
         batch.conclude(lines);
         left = left.subspan(some.size());
     }

@@ -86,6 +86,10 @@ void TransferRecovery::announceRemoval() {
 
 RecoveryOutcome TransferRecovery::removeSource() {
     if (name_ == ownName()) {
+        const auto status = source_.status(name_);
+        if (!status) return nothingToDo();
+        if (!EntryStamp(*status).isUnchanged(same_.item.front().stamp))
+            return keepBoth(name_, "it has changed");
         if (auto error = renameWithoutReplacing(source_.folder(), name_, source_.folder(), hidden_))
             return later("it could not be removed: " + error.message(), name_);
     }

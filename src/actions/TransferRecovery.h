@@ -31,7 +31,8 @@ class TransferRecovery {
     TransferRecovery(const TransferRecovery&) = delete;
     TransferRecovery& operator=(const TransferRecovery&) = delete;
 
-    /// Removes a hidden copy, or finds out whether a move can be finished: whether its copy is the same.
+    /// Removes a hidden copy, gives a source its name back, or finds that a move can be finished, as its copy
+    /// is the same.
     std::optional<RecoveryOutcome> look(const std::stop_token& stop);
     /// Its file system must be flushed before the next step.
     const OpenFolder& targetFolder() const { return target_.place->folder; }

@@ -401,7 +401,19 @@ TEST_F(RecoveryTest, GoesOnWithTheOthersAfterOneThatMustWait) {
     EXPECT_EQ(FileJournal(home / "journal").interrupted().size(), 2U);
 }
 
-/// The copy may have gone while it was compared.
+TEST_F(RecoveryTest, OfTwoMovesOfOneFileFinishesTheFirstAndSaysNothingOfTheOther) {
+    source.makeFile("file", "content");
+    for (; number <= 2; ++number) {
+        noteStaging("file");
+        stage("file");
+        giveName("copy " + std::to_string(number));
+    }
+    EXPECT_THAT(recover(), ElementsAre(StartsWith("Finished an interrupted move of file file to folder")));
+    EXPECT_FALSE(TemporaryFolder::exists(source / "file"));
+    EXPECT_THAT(namesIn(target.path()), ElementsAre("copy 1", "copy 2"));
+    EXPECT_FALSE(isOpen());
+}
+
 TEST_F(RecoveryTest, FinishesManyMovesAndTellsOfEachInItsOrder) {
     std::vector<std::string> expected;
     for (; number <= 250; ++number) {
@@ -424,6 +436,7 @@ TEST_F(RecoveryTest, FinishesManyMovesAndTellsOfEachInItsOrder) {
     EXPECT_FALSE(isOpen());
 }
 
+/// The copy may have gone while it was compared.
 TEST_F(RecoveryTest, RemovesNothingWhenTheLastLookAtTheCopyFails) {
     copyTree(source / "tree", source / hiddenSource);
     const auto place = ItemPlace::open(source / "tree");
