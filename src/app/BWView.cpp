@@ -1,6 +1,7 @@
 #include "app/BWView.h"
 
 #include "app/BWApplication.h"
+#include "app/HelpPage.h"
 
 #include <QLineEdit>
 
@@ -24,6 +25,7 @@ BWView::BWView(BWModel& model, const ActionServices& actions, const Ports& ports
                     [this] { showRebuildIndexProgressIndicator(); },
                     BWApplication::terminate,
                     [this](std::int64_t style) { animateIconUsingMethodWithToolTip(true, style, ""); }}),
+      updates_(notifications),
       picker_(PickerSurroundings{
           model.preferences(), model.folderSearch(), model.undoStack(), model.sounds(), notifications,
           actions, ports.fileManager, ports.windowSystem, notificationCenter, icons, model.homeDirectory(),
@@ -32,13 +34,12 @@ BWView::BWView(BWModel& model, const ActionServices& actions, const Ports& ports
           [this] { showRebuildIndexProgressIndicator(); }, [this] { preferences_.hidePreferences(); }}),
       statusMenu_(
           model.undoStack(), model.redoStack(), ports.mainLoop,
-          [this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); },
-          [this] {
-              picker_.wickWindow().setPhantomMode(true);
-              preferences_.showPreferences();
-          }),
+          {[this](Mode mode) { picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr); },
+           [this] { showPreferencesInPlaceOfPicker(); }, [this] { openHelpPage(resources_); },
+           [this] { updates_.checkForUpdateOnRequest(); }}),
       keyDispatcher_(picker_, preferences_), keyEvents_(ports.keyboardLayout),
-      requests_(ports.instance, model.folderIndexer(), model.indexRebuilder()) {
+      requests_(ports.instance, model.folderIndexer(), model.indexRebuilder(), ports.mainLoop,
+                [this] { showPreferencesInPlaceOfPicker(); }) {
     model_.indexRebuilder().setObserver(*this);
     model_.hotKeys().setInvocation(
         [this](Mode mode) { mainLoop_.runWhenFree([this, mode] { hotKeyWasReleased(mode); }); });
@@ -59,6 +60,11 @@ void BWView::hotKeyWasReleased(Mode mode) {
         preferences_.hotKeyFields().showHotKeyErrorMessage("Duplicate shortcut");
     else
         picker_.invokeBrimwickWithModeWithFinderSelectedFolders(mode, nullptr);
+}
+
+void BWView::showPreferencesInPlaceOfPicker() {
+    picker_.wickWindow().setPhantomMode(true);
+    preferences_.showPreferences();
 }
 
 void BWView::setMenuItemKeyEquivalents() {

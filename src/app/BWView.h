@@ -55,6 +55,7 @@ class BWView : public RebuildObserver {
   private:
     void initializeNotificationCenter();
     void hotKeyWasReleased(Mode mode);
+    void showPreferencesInPlaceOfPicker();
     void setMenuItemKeyEquivalents();
 
     BWModel& model_;

@@ -16,8 +16,10 @@ InstanceService::Work failure(const std::string& reason) {
 } // namespace
 
 RequestDispatcher::RequestDispatcher(InstanceService& service, const FolderIndexer& folders,
-                                     const IndexRebuilder& rebuilder)
-    : service_(service), folders_(folders), rebuilder_(rebuilder) {
+                                     const IndexRebuilder& rebuilder, MainLoop& mainLoop,
+                                     std::function<void()> showPreferences)
+    : service_(service), folders_(folders), rebuilder_(rebuilder), mainLoop_(mainLoop),
+      showPreferences_(std::move(showPreferences)) {
     service_.setHandler([this](const InstanceRequest& request, InstanceService::Answer answer) {
         handle(request, std::move(answer));
     });
@@ -30,8 +32,15 @@ RequestDispatcher::~RequestDispatcher() {
 void RequestDispatcher::handle(const InstanceRequest& request, InstanceService::Answer answer) {
     if (request.verb == "search")
         afterFirstIndex([this, request, answer = std::move(answer)] { search(request, answer); });
+    else if (request.verb == verbToShowPreferences)
+        mainLoop_.runWhenFree([this, answer = std::move(answer)] { showPreferences(answer); });
     else
         answer(failure("the running Brimwick does not know \"" + request.verb + "\""));
+}
+
+void RequestDispatcher::showPreferences(const InstanceService::Answer& answer) {
+    showPreferences_();
+    answer([](const ByteSink&) { return RequestResult(); });
 }
 
 void RequestDispatcher::search(const InstanceRequest& request, const InstanceService::Answer& answer) const {

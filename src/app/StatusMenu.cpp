@@ -26,9 +26,8 @@ StatusMenu::~StatusMenu() {
 }
 
 StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack, MainLoop& mainLoop,
-                       std::function<void(Mode)> invoke, std::function<void()> showPreferences)
-    : undoStack_(undoStack), redoStack_(redoStack), mainLoop_(mainLoop), invoke_(std::move(invoke)),
-      showPreferences_(std::move(showPreferences)),
+                       StatusMenuCommands commands)
+    : undoStack_(undoStack), redoStack_(redoStack), mainLoop_(mainLoop), commands_(std::move(commands)),
       MoveFilesMenuItem_(addItem("Move Files...", &StatusMenu::moveFilesMenuItemSelected)),
       bwCopyFilesMenuItem_(addItem("Copy Files...", &StatusMenu::bwCopyFilesMenuItemSelected)),
       OpenFolderMenuItem_(addItem("Open Folder...", &StatusMenu::openFolderMenuItemSelected)) {
@@ -37,7 +36,11 @@ StatusMenu::StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStac
     redoMenuItem_ = addItem("Redo", &StatusMenu::redoMenuItemSelected);
     statusMenu_.addSeparator();
     preferencesMenuItem_ = addItem("Preferences...", &StatusMenu::preferencesMenuItemSelected);
+    statusMenu_.addSeparator();
+    helpMenuItem_ = addItem("Brimwick Help", &StatusMenu::helpMenuItemSelected);
+    checkForUpdateMenuItem_ = addItem("Check for Update", &StatusMenu::checkForUpdateMenuItemSelected);
     aboutMenuItem_ = addItem("About Brimwick", &StatusMenu::aboutMenuItemSelected);
+    statusMenu_.addSeparator();
     addItem("Quit Brimwick", &StatusMenu::quitMenuItemSelected);
     for (QAction* item : {MoveFilesMenuItem_, bwCopyFilesMenuItem_, OpenFolderMenuItem_, aboutMenuItem_})
         item->setEnabled(false);
@@ -70,7 +73,8 @@ void StatusMenu::bindStacks() {
 }
 
 void StatusMenu::enableActions() {
-    for (QAction* item : {MoveFilesMenuItem_, OpenFolderMenuItem_, bwCopyFilesMenuItem_, aboutMenuItem_})
+    for (QAction* item : {MoveFilesMenuItem_, OpenFolderMenuItem_, bwCopyFilesMenuItem_, preferencesMenuItem_,
+                          helpMenuItem_, checkForUpdateMenuItem_, aboutMenuItem_})
         item->setEnabled(true);
 }
 
@@ -108,7 +112,10 @@ void StatusMenu::aboutMenuItemSelected() {
     if (!about_) {
         about_ = std::make_unique<QMessageBox>(
             QMessageBox::NoIcon, "About Brimwick",
-            QString("<b>Brimwick %1</b><br>Files things away, fast.").arg(BRIMWICK_VERSION),
+            QString(
+                "<b>Brimwick %1</b><p>Files things away, fast.</p><p>By the Brimwick developers, with Qt %2, "
+                "Highway, libplist, utf8proc and other free libraries.</p>")
+                .arg(BRIMWICK_VERSION, qVersion()),
             QMessageBox::Close);
         about_->setIconPixmap(QApplication::windowIcon().pixmap(aboutIconSize));
     }

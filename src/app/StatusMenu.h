@@ -18,13 +18,22 @@ class QMessageBox;
 
 namespace brimwick {
 
+/// What the items do that others do better.
+struct StatusMenuCommands {
+    /// Opens the picker in a mode.
+    std::function<void(Mode)> invoke;
+    /// In place of the picker.
+    std::function<void()> showPreferences;
+    std::function<void()> showHelp;
+    std::function<void()> checkForUpdate;
+};
+
 /// The status item and the menu behind it. Main thread only.
 class StatusMenu {
   public:
-    /// The stacks and the loop outlive the menu. `invoke` opens the picker in a mode, `showPreferences` the
-    /// preferences in its place.
+    /// The stacks and the loop outlive the menu.
     StatusMenu(BWStack<BWAction>& undoStack, BWStack<BWAction>& redoStack, MainLoop& mainLoop,
-               std::function<void(Mode)> invoke, std::function<void()> showPreferences);
+               StatusMenuCommands commands);
 
     StatusMenu(const StatusMenu&) = delete;
     StatusMenu& operator=(const StatusMenu&) = delete;
@@ -40,12 +49,14 @@ class StatusMenu {
     /// A message of the status item's own; false when there is no tray to show it.
     bool showMessage(const std::string& title, const std::string& text);
 
-    void moveFilesMenuItemSelected() { invoke_(BWModeMove); }
-    void bwCopyFilesMenuItemSelected() { invoke_(BWModeCopy); }
-    void openFolderMenuItemSelected() { invoke_(BWModeOpen); }
+    void moveFilesMenuItemSelected() { commands_.invoke(BWModeMove); }
+    void bwCopyFilesMenuItemSelected() { commands_.invoke(BWModeCopy); }
+    void openFolderMenuItemSelected() { commands_.invoke(BWModeOpen); }
     void undoMenuItemSelected();
     void redoMenuItemSelected();
-    void preferencesMenuItemSelected() { showPreferences_(); }
+    void preferencesMenuItemSelected() { commands_.showPreferences(); }
+    void helpMenuItemSelected() { commands_.showHelp(); }
+    void checkForUpdateMenuItemSelected() { commands_.checkForUpdate(); }
     void aboutMenuItemSelected();
     void quitMenuItemSelected();
 
@@ -60,8 +71,7 @@ class StatusMenu {
     BWStack<BWAction>& undoStack_;
     BWStack<BWAction>& redoStack_;
     MainLoop& mainLoop_;
-    std::function<void(Mode)> invoke_;
-    std::function<void()> showPreferences_;
+    StatusMenuCommands commands_;
     QMenu statusMenu_;
     QAction* MoveFilesMenuItem_;
     QAction* bwCopyFilesMenuItem_;
@@ -69,6 +79,8 @@ class StatusMenu {
     QAction* undoMenuItem_;
     QAction* redoMenuItem_;
     QAction* preferencesMenuItem_;
+    QAction* helpMenuItem_;
+    QAction* checkForUpdateMenuItem_;
     QAction* aboutMenuItem_;
     QSystemTrayIcon statusItem_;
     std::unique_ptr<QMessageBox> about_;

@@ -1,6 +1,7 @@
 #include "app/BWApplication.h"
 #include "app/Brimwick.h"
 #include "app/QtMainLoop.h"
+#include "app/RequestDispatcher.h"
 #include "app/RestrictedLoop.h"
 #include "app/commands/CommandLine.h"
 #include "model/RealHomeDirectory.h"
@@ -61,6 +62,18 @@ int runCommand(const CommandArguments& arguments, int argc, char** argv) {
     return ExitCode::failed;
 }
 
+int showPreferencesOfRunning() {
+    DBusRunningInstance running;
+    const auto result = running.request({.verb = verbToShowPreferences, .arguments = {}},
+                                        [](std::string_view) { return true; });
+    if (result && result->exitCode == ExitCode::done) {
+        complain("brimwick: already running; its preferences are shown");
+        return ExitCode::done;
+    }
+    complain("brimwick: " + (result ? result->message : "the running Brimwick has just ended"));
+    return ExitCode::failed;
+}
+
 int runProgram(int argc, char** argv) {
     if (const auto refusal = displayRefusal()) {
         complain("brimwick: " + *refusal);
@@ -68,10 +81,7 @@ int runProgram(int argc, char** argv) {
     }
     BWApplication application(argc, argv);
     SingleInstance instance;
-    if (instance.anotherIsRunning()) {
-        complain("brimwick: already running");
-        return ExitCode::done;
-    }
+    if (instance.anotherIsRunning()) return showPreferencesOfRunning();
     QtMainLoop mainLoop;
     LinuxPlatform platform(mainLoop, instance);
     const Capability hotKeys = platform.ports().hotKeys.capability();

@@ -1,6 +1,7 @@
 #include "preferences/BWPreferencesTableView.h"
 
 #include "model/FileUrl.h"
+#include "preferences/FocusRing.h"
 
 #include <QContextMenuEvent>
 #include <QDropEvent>
@@ -56,6 +57,12 @@ void BWPreferencesTableView::focusInEvent(QFocusEvent* event) {
     QListWidget::focusInEvent(event);
     // So that the first press of an arrow key selects the first row, not the second.
     if (selectedRow() < 0) selectionModel()->clearCurrentIndex();
+    viewport()->update();
+}
+
+void BWPreferencesTableView::focusOutEvent(QFocusEvent* event) {
+    QListWidget::focusOutEvent(event);
+    viewport()->update();
 }
 
 void BWPreferencesTableView::dragEnterEvent(QDragEnterEvent* event) {
@@ -73,8 +80,14 @@ void BWPreferencesTableView::dropEvent(QDropEvent* event) {
 
 void BWPreferencesTableView::paintEvent(QPaintEvent* event) {
     QListWidget::paintEvent(event);
-    if (count() > 0) return;
     QPainter painter(viewport());
+    if (hasFocus()) {
+        const QPen pen = focusRingPen(*this);
+        const qreal half = pen.widthF() / 2;
+        painter.setPen(pen);
+        painter.drawRect(QRectF(viewport()->rect()).adjusted(half, half, -half, -half));
+    }
+    if (count() > 0) return;
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(roomAroundHint, 0, -roomAroundHint, 0),
                      Qt::AlignCenter | Qt::TextWordWrap, hint);

@@ -39,9 +39,13 @@ void closePopups() {
         if (!popup->close()) break;
 }
 
-bool isSameOrBelow(const std::string& path, const std::string& folder) {
-    return path.starts_with(folder) &&
-           (path.size() == folder.size() || folder.ends_with('/') || path[folder.size()] == '/');
+bool isAmongOrBelow(const std::set<std::string>& folders, std::string path) {
+    for (;;) {
+        if (folders.contains(path)) return true;
+        std::string above = parentPath(path);
+        if (above.size() >= path.size()) return false;
+        path = std::move(above);
+    }
 }
 
 } // namespace
@@ -308,15 +312,16 @@ void IndexedFoldersController::reload() {
     table.clear();
     for (const BWSelectedFileOrFolder& folder : folders()) {
         const QString path = displayText(folder.path());
-        auto* const row = new QListWidgetItem(surroundings_.icons.image(folder.icon()),
-                                              folder.isTrashFolder() ? QString("Trash") : path, &table);
+        const bool isTrash = folder.isTrashFolder();
+        // A look at a folder whose disk does not answer would keep the window waiting.
+        const auto icon = isTrash ? folder.icon() : Icon{Icon::Source::Folder, ""};
+        auto* const row =
+            new QListWidgetItem(surroundings_.icons.image(icon), isTrash ? QString("Trash") : path, &table);
         row->setToolTip(path.toHtmlEscaped());
     }
     controls_.restartOffer->setVisible(
         std::ranges::any_of(folders(), [this](const BWSelectedFileOrFolder& folder) {
-            return std::ranges::none_of(watchedFolders_, [&folder](const std::string& watched) {
-                return isSameOrBelow(folder.path(), watched);
-            });
+            return !isAmongOrBelow(watchedFolders_, folder.path());
         }));
 }
 

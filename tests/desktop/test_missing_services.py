@@ -38,6 +38,20 @@ def test_without_a_tray_files_are_moved_and_it_is_said_once(filing):
     assert len(said) == 1
 
 
+@pytest.mark.desktop(tray=False)
+@pytest.mark.expected_stderr("tray")
+def test_without_a_tray_another_start_leads_to_the_preferences(filing):
+    brimwick = filing.desktop.brimwick
+    done = brimwick.run()
+    assert done.returncode == 0
+    assert done.stderr.decode().splitlines() == ["brimwick: already running; its preferences are shown"]
+    brimwick.wait_for_preferences_window()
+    # Once more, from behind another window.
+    filing.show_selected({"a.txt": b"a"})
+    assert brimwick.run().returncode == 0
+    brimwick.wait_for_preferences_window()
+
+
 def test_without_a_running_file_manager_open_starts_the_usual_one(filing):
     assert filing.desktop.file_manager.windows() == []
     filing.invoke(OPEN)

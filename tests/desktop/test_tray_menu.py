@@ -1,15 +1,20 @@
 """The menu of the icon in the tray, by mouse and keys."""
 
+import os
+
 import pytest
 
-from filing import contents
+from filing import Filing, contents
 from harness import wait_until
+from harness.brimwick import WINDOW_CLASS
 from harness.picker import COPY, MOVE
 from harness.tray import TrayMenu
 
 # The items of the menu in their order, as far as they are enabled: Move Files, Copy Files and Open Folder come first.
 # Undo, Redo or, when there is nothing to undo or redo, Preferences follow.
-MOVE_FILES, OPEN_FOLDER, FIRST_AFTER, SECOND_AFTER = 1, 3, 4, 5
+MOVE_FILES, COPY_FILES, OPEN_FOLDER, FIRST_AFTER, SECOND_AFTER = 1, 2, 3, 4, 5
+# Without anything to undo or redo.
+HELP, CHECK_FOR_UPDATE, ABOUT, QUIT = 5, 6, 7, 8
 
 
 @pytest.fixture
@@ -94,3 +99,44 @@ def test_the_items_open_the_picker(filing, menu):
     filing.choose("taxes")
     filing.confirm()
     filing.wait_for_action("Moved", ["a.txt"], filing.cabinet / "Taxes")
+
+
+def test_files_are_copied_from_the_menu(filing, menu):
+    filing.show_selected({"a.txt": b"a"})
+    menu.choose(COPY_FILES)
+    filing.desktop.brimwick.wait_for_picker()
+    filing.choose("taxes")
+    filing.confirm()
+    filing.wait_for_action("Copied", ["a.txt"], filing.cabinet / "Taxes")
+
+
+def test_help_opens_the_page_that_ships_in_the_browser(desktop):
+    asked = desktop.home / "asked of the browser"
+    browser = desktop.home / "bin" / "xdg-open"
+    browser.parent.mkdir()
+    browser.write_text(f'#!/bin/sh\necho "$@" >> "{asked}"\n')
+    browser.chmod(0o755)
+    Filing(desktop)
+    desktop.brimwick.start(environment={"PATH": f"{browser.parent}:{os.environ['PATH']}"})
+    TrayMenu(desktop).choose(HELP)
+    page = wait_until(lambda: asked.exists() and asked.read_text().strip(), "the browser was asked for a page")
+    assert page.startswith("file://") and page.endswith("/share/brimwick/help.html")
+    assert "<title>Brimwick Help</title>" in open(page.removeprefix("file://"), encoding="utf-8").read()
+
+
+def test_check_for_update_says_where_updates_come_from(filing, menu):
+    menu.choose(CHECK_FOR_UPDATE)
+    filing.desktop.notifications.wait_for("Updates of Brimwick come with your system's packages.")
+
+
+def test_about_shows_the_version_and_goes_with_escape(filing, menu):
+    menu.choose(ABOUT)
+    windows = filing.desktop.windows
+    windows.wait_until_active(windows.wait_for(WINDOW_CLASS, "About Brimwick"))
+    filing.desktop.keyboard.tap("Escape")
+    wait_until(lambda: not windows.matching(WINDOW_CLASS, "About Brimwick"), "the window about Brimwick is gone")
+
+
+def test_quit_ends_the_program(filing, menu):
+    menu.choose(QUIT)
+    assert filing.desktop.brimwick.process.wait(10) == 0

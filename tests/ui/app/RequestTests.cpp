@@ -44,6 +44,28 @@ TEST_F(RequestTest, LetsASearchWaitForTheFirstIndex) {
     EXPECT_EQ(found->printed, home / "Cabinet/Résumés" + "\n");
 }
 
+TEST_F(RequestTest, ShowsThePreferencesInPlaceOfThePickerForAnotherStart) {
+    start();
+    invoke(BWModeOpen);
+    const auto answer = instance.ask({.verb = "preferences", .arguments = {}});
+    ASSERT_TRUE(answer->result);
+    EXPECT_EQ(answer->result->exitCode, 0);
+    EXPECT_TRUE(picker().isInPhantomMode());
+    EXPECT_FALSE(preferences().isInPhantomMode());
+}
+
+TEST_F(RequestTest, ShowsThePreferencesWhenAnActionIsOver) {
+    start();
+    mainLoop.held = true;
+    const auto answer = instance.ask({.verb = "preferences", .arguments = {}});
+    EXPECT_TRUE(preferences().isInPhantomMode());
+    EXPECT_FALSE(answer->result);
+    mainLoop.held = false;
+    ASSERT_TRUE(mainLoop.runNext());
+    EXPECT_FALSE(preferences().isInPhantomMode());
+    EXPECT_TRUE(answer->result);
+}
+
 TEST_F(RequestTest, RefusesAVerbThatItDoesNotKnow) {
     startWithoutIndex();
     const auto answer = instance.ask({.verb = "fly", .arguments = {}});

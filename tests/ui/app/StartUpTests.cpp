@@ -3,7 +3,11 @@
 #include "ui/support/ProgramTest.h"
 
 #include <QLabel>
+#include <QMessageBox>
+#include <QRegularExpression>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace brimwick {
 
@@ -144,6 +148,27 @@ TEST_F(StartUp, DropsTheFirstIndexWhenTheProgramEndsBefore) {
     brimwick.reset();
     while (mainLoop.hasTasks()) mainLoop.runNext();
     EXPECT_TRUE(notifications.delivered.empty());
+}
+
+TEST_F(StartUp, EnablesUndoAndRedoOnlyWithSomethingToUndoOrRedo) {
+    startWithoutIndex();
+    EXPECT_FALSE(brimwick->view().statusMenu().undoMenuItem().isEnabled());
+    EXPECT_FALSE(brimwick->view().statusMenu().redoMenuItem().isEnabled());
+    ASSERT_TRUE(mainLoop.runNext());
+    EXPECT_TRUE(brimwick->view().actionsEnabled());
+    EXPECT_FALSE(brimwick->view().statusMenu().undoMenuItem().isEnabled());
+    EXPECT_FALSE(brimwick->view().statusMenu().redoMenuItem().isEnabled());
+}
+
+TEST_F(StartUp, TellsNameVersionAndCreditsInTheAboutBox) {
+    start();
+    brimwick->view().statusMenu().aboutMenuItemSelected();
+    const auto windows = QApplication::topLevelWidgets();
+    const auto found = std::ranges::find(windows, "About Brimwick", &QWidget::windowTitle);
+    ASSERT_NE(found, windows.end());
+    const QString text = qobject_cast<QMessageBox*>(*found)->text();
+    EXPECT_TRUE(text.contains(QRegularExpression(R"(Brimwick \d+\.\d+)"))) << text.toStdString();
+    EXPECT_TRUE(text.contains("By the Brimwick developers")) << text.toStdString();
 }
 
 TEST_F(StartUp, EndsWhileThePickerAndTheAboutBoxShow) {

@@ -273,6 +273,33 @@ TEST_F(IndexedFolders, AreIndexedAnewWhenTheBoxIsTickedAndNotWhenItIsUntickedAga
     EXPECT_TRUE(shown().addTrashFolderButton->isEnabled());
 }
 
+TEST_F(IndexedFolders, AreNotIndexedAnewWhenTheBoxIsUntickedEvenAfterAChange) {
+    startWith({home / "z"});
+    add(home / "y/Docs");
+    shown().rebuildIndexCheckBox->setEnabled(true);
+    shown().rebuildIndexCheckBox->click();
+    EXPECT_FALSE(changed());
+    preferences().hidePreferences();
+    EXPECT_FALSE(brimwick->model().indexRebuilder().indexIsRebuilding());
+}
+
+TEST_F(IndexedFolders, DoNotOfferTheTrashWhenItIsAmongThem) {
+    home.makeFolder(".Trash");
+    startWith({home / ".Trash", home / "z"});
+    EXPECT_FALSE(shown().addTrashFolderButton->isEnabled());
+    EXPECT_EQ(table().item(0)->text(), "Trash");
+}
+
+TEST_F(IndexedFolders, AreManyWithoutALookAtEachForTheRestart) {
+    Paths folders;
+    for (int number = 0; number < 10'000; ++number)
+        folders.push_back(home / ("many/" + std::to_string(number)));
+    startWith(folders);
+    EXPECT_EQ(table().count(), 10'000);
+    EXPECT_FALSE(shown().restartOffer->isVisible());
+    EXPECT_EQ(table().item(9'999)->text(), QString::fromStdString(listed().back()));
+}
+
 TEST_F(IndexedFolders, ThatWereAddedWhileTheIndexWasMadeAreIndexedNext) {
     for (const bool closedBefore : {true, false}) {
         startWith({home / "z"});

@@ -14,6 +14,7 @@ inline constexpr quint32 scanReturn = 36;
 inline constexpr quint32 scanA = 38;
 inline constexpr quint32 scanH = 43;
 inline constexpr quint32 scanZ = 52;
+inline constexpr quint32 scanM = 58;
 inline constexpr quint32 scanRightShift = 62;
 inline constexpr quint32 scanSpace = 65;
 inline constexpr quint32 scanCapsLock = 66;
