@@ -8,7 +8,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -58,6 +60,7 @@ void ActionRun::perform() {
 
 void ActionRun::performAll() {
     countBytes();
+    handled_.reserve(files_.size());
     durable_ = Clock::now();
     for (std::size_t i = 0; i < files_.size(); ++i) {
         const File& file = files_[i];
@@ -179,7 +182,10 @@ bool ActionRun::makeDurable() {
         if (!last) last.error().description += abandonCopies();
     }
     const std::lock_guard lock(mutex_);
-    reports_.insert(reports_.end(), handled_.begin(), handled_.end());
+    if (reports_.empty())
+        reports_ = std::exchange(handled_, {});
+    else
+        std::ranges::move(handled_, std::back_inserter(reports_));
     handled_.clear();
     durable_ = Clock::now();
     return synced.has_value();

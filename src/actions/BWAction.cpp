@@ -53,15 +53,17 @@ std::string BWAction::targetPathWithUniqueFileName(const std::string& takenPath)
 bool BWAction::performActionInDirection(std::int32_t direction) {
     const bool forwards = direction == 0;
     const BWSelectedFileOrFolder& folder = forwards ? targetFolder_ : sourceFolder_;
+    const Files& given = forwards ? sourceFiles_ : targetFiles_;
     std::vector<ActionRun::File> files;
-    for (const BWSelectedFileOrFolder& file : forwards ? sourceFiles_ : targetFiles_)
-        files.push_back({file.path(), nameOf(file)});
+    files.reserve(given.size());
+    for (const BWSelectedFileOrFolder& file : given) files.push_back({file.path(), nameOf(file)});
     FileOperation operation = forwards ? FileOperation::Copy : FileOperation::Trash;
     if (!isCopy()) operation = FileOperation::Move;
     ActionRun run(operation, std::move(files), folder.path(), model_.realHomeDirectory,
                   model_.services.journal);
 
     Files result;
+    result.reserve(given.size());
     bool succeeded = true;
     const auto report = [&] {
         for (const ActionRun::Report& done : run.takeReports()) {

@@ -4,7 +4,7 @@ namespace brimwick {
 
 void showInFinder(const BWSelectedFileOrFolder& folder, FileManager& fileManager,
                   const PreferencesStore& preferences, SoundBox& sounds) {
-    if (folder.url()) fileManager.openFolder(*folder.url());
+    if (const auto url = folder.url()) fileManager.openFolder(*url);
     if (preferences.boolPreferenceWithKey("NotificationSoundOnOpen")) sounds.playRandomSound(true);
 }
 

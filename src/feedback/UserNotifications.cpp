@@ -20,7 +20,13 @@ std::string notificationTime(std::chrono::system_clock::time_point moment) {
 
 void UserNotifications::sendUserNotification(const std::string& text) {
     const bool aboutIndex = text.starts_with("Index ");
-    service_.deliver({"Brimwick", notificationTime(clock_.now()) + "\n" + text, aboutIndex});
+    // Of thousands of files most are told of in the same second.
+    const auto second = std::chrono::floor<std::chrono::seconds>(clock_.now());
+    if (second != timedSecond_) {
+        timedSecond_ = second;
+        time_ = notificationTime(second);
+    }
+    service_.deliver({"Brimwick", time_ + "\n" + text, aboutIndex});
 }
 
 } // namespace brimwick

@@ -3,6 +3,7 @@
 #include "platform/ports/MainLoop.h"
 #include "platform/ports/NotificationService.h"
 
+#include <chrono>
 #include <string>
 
 namespace brimwick {
@@ -20,6 +21,8 @@ class UserNotifications {
   private:
     NotificationService& service_;
     const MainLoop& clock_;
+    std::chrono::sys_seconds timedSecond_ = std::chrono::sys_seconds::min();
+    std::string time_; ///< that second, as it is told
 };
 
 /// "9:05:07 PM": twelve hours without a leading zero, the marker in the user's language where it has one.

@@ -30,19 +30,30 @@ bool holdsAnything(const std::string& folder) {
 
 } // namespace
 
-BWSelectedFileOrFolder::BWSelectedFileOrFolder()
-    : name_(std::string()), trashIcon_(Icon{Icon::Source::Resource, "TrashIcon"}),
-      fullTrashIcon_(Icon{Icon::Source::Resource, "FullTrashIcon"}) {}
+BWSelectedFileOrFolder::BWSelectedFileOrFolder() : name_(std::string()), trashIcons_(usualTrashIcons()) {}
+
+const std::shared_ptr<const BWSelectedFileOrFolder::TrashIcons>& BWSelectedFileOrFolder::usualTrashIcons() {
+    static const auto icons = std::make_shared<const TrashIcons>(
+        TrashIcons{Icon{Icon::Source::Resource, "TrashIcon"}, Icon{Icon::Source::Resource, "FullTrashIcon"}});
+    return icons;
+}
 
 BWSelectedFileOrFolder BWSelectedFileOrFolder::entry(std::string path, std::optional<std::string> url,
                                                      std::optional<std::string> name) {
     BWSelectedFileOrFolder entry;
-    entry.setPath(std::move(path));
-    entry.setUrl(std::move(url));
+    entry.path_ = std::move(path);
+    entry.url_ = std::move(url);
     // The icon goes in before the name, so that the Trash, too, takes it.
-    entry.setIcon(Icon{Icon::Source::File, entry.path_});
+    entry.hasIconOfFile_ = true;
     entry.setName(std::move(name));
     return entry;
+}
+
+BWSelectedFileOrFolder BWSelectedFileOrFolder::folderEntry(std::string path,
+                                                           std::optional<std::string> name) {
+    BWSelectedFileOrFolder folder = entry(std::move(path), std::nullopt, std::move(name));
+    folder.hasUrlOfFolder_ = true;
+    return folder;
 }
 
 BWSelectedFileOrFolder BWSelectedFileOrFolder::fileOrFolderWithURL(const std::string& url) {
@@ -55,11 +66,11 @@ BWSelectedFileOrFolder BWSelectedFileOrFolder::fileOrFolderWithPath(const std::s
     if (!path.starts_with('/')) return entry(path, std::nullopt, std::nullopt);
     std::string normal(withoutTrailingSlashes(path));
     std::optional<std::string> name = nameOnDisk(normal);
-    return entry(std::move(normal), fileUrlWithPath(path, true), std::move(name));
+    return folderEntry(std::move(normal), std::move(name));
 }
 
 BWSelectedFileOrFolder BWSelectedFileOrFolder::fileOrFolderJustPutAtPath(const std::string& path) {
-    return entry(path, fileUrlWithPath(path, true), lastPathComponent(path));
+    return folderEntry(path, lastPathComponent(path));
 }
 
 BWSelectedFileOrFolder BWSelectedFileOrFolder::clone() const {
@@ -72,6 +83,21 @@ BWSelectedFileOrFolder BWSelectedFileOrFolder::parentFolder() const {
 
 std::string BWSelectedFileOrFolder::directoryPath() const {
     return parentPath(path_);
+}
+
+void BWSelectedFileOrFolder::setPath(std::string path) {
+    if (hasUrlOfFolder_) setUrl(url());
+    if (hasIconOfFile_) setIcon(icon());
+    path_ = std::move(path);
+}
+
+std::optional<std::string> BWSelectedFileOrFolder::url() const {
+    return hasUrlOfFolder_ ? fileUrlWithPath(path_, true) : url_;
+}
+
+void BWSelectedFileOrFolder::setUrl(std::optional<std::string> url) {
+    hasUrlOfFolder_ = false;
+    url_ = std::move(url);
 }
 
 std::optional<std::string> BWSelectedFileOrFolder::name() const {
@@ -91,23 +117,36 @@ bool BWSelectedFileOrFolder::validateNameError(const std::optional<std::string>&
 }
 
 std::optional<Icon> BWSelectedFileOrFolder::icon() const {
-    if (isTrashFolder()) icon_ = currentTrashIcon();
-    return icon_;
+    if (isTrashFolder()) {
+        icon_ = currentTrashIcon();
+        hasIconOfFile_ = false;
+    }
+    return hasIconOfFile_ ? Icon{Icon::Source::File, path_} : icon_;
 }
 
 void BWSelectedFileOrFolder::setIcon(std::optional<Icon> icon) {
+    hasIconOfFile_ = false;
     if (isTrashFolder())
-        setTrashIcon();
+        icon_ = currentTrashIcon();
     else
         icon_ = std::move(icon);
 }
 
 void BWSelectedFileOrFolder::setTrashIcon() {
+    hasIconOfFile_ = false;
     icon_ = currentTrashIcon();
 }
 
 const std::optional<Icon>& BWSelectedFileOrFolder::currentTrashIcon() const {
-    return holdsAnything(path_) ? fullTrashIcon_ : trashIcon_;
+    return holdsAnything(path_) ? fullTrashIcon() : trashIcon();
+}
+
+void BWSelectedFileOrFolder::setTrashIcon(std::optional<Icon> icon) {
+    trashIcons_ = std::make_shared<const TrashIcons>(TrashIcons{std::move(icon), fullTrashIcon()});
+}
+
+void BWSelectedFileOrFolder::setFullTrashIcon(std::optional<Icon> icon) {
+    trashIcons_ = std::make_shared<const TrashIcons>(TrashIcons{trashIcon(), std::move(icon)});
 }
 
 bool BWSelectedFileOrFolder::isTrashFolder() const {

@@ -2,6 +2,7 @@
 
 #include "model/Icon.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -34,10 +35,11 @@ class BWSelectedFileOrFolder {
     std::string directoryPath() const;
 
     const std::string& path() const { return path_; }
-    void setPath(std::string path) { path_ = std::move(path); }
+    /// The URL and the icon stay.
+    void setPath(std::string path);
 
-    const std::optional<std::string>& url() const { return url_; }
-    void setUrl(std::optional<std::string> url) { url_ = std::move(url); }
+    std::optional<std::string> url() const;
+    void setUrl(std::optional<std::string> url);
 
     /// The display name; "Trash" for ".Trash". Nothing when the look-up on disk failed.
     std::optional<std::string> name() const;
@@ -53,24 +55,33 @@ class BWSelectedFileOrFolder {
     /// Makes the icon that of an empty or of a full Trash, by what the folder holds; one that cannot be read
     /// counts as empty.
     void setTrashIcon();
-    const std::optional<Icon>& trashIcon() const { return trashIcon_; }
-    void setTrashIcon(std::optional<Icon> icon) { trashIcon_ = std::move(icon); }
-    const std::optional<Icon>& fullTrashIcon() const { return fullTrashIcon_; }
-    void setFullTrashIcon(std::optional<Icon> icon) { fullTrashIcon_ = std::move(icon); }
+    const std::optional<Icon>& trashIcon() const { return trashIcons_->ofEmpty; }
+    void setTrashIcon(std::optional<Icon> icon);
+    const std::optional<Icon>& fullTrashIcon() const { return trashIcons_->ofFull; }
+    void setFullTrashIcon(std::optional<Icon> icon);
 
     bool isTrashFolder() const;
 
   private:
+    struct TrashIcons {
+        std::optional<Icon> ofEmpty;
+        std::optional<Icon> ofFull;
+    };
+    static const std::shared_ptr<const TrashIcons>& usualTrashIcons();
     static BWSelectedFileOrFolder entry(std::string path, std::optional<std::string> url,
                                         std::optional<std::string> name);
+    static BWSelectedFileOrFolder folderEntry(std::string path, std::optional<std::string> name);
     const std::optional<Icon>& currentTrashIcon() const;
 
     std::optional<std::string> name_;
     mutable std::optional<Icon> icon_;
     std::string path_;
     std::optional<std::string> url_;
-    std::optional<Icon> trashIcon_;
-    std::optional<Icon> fullTrashIcon_;
+    /// Those of the path, made when they are asked for: most entries of thousands are asked for neither.
+    bool hasUrlOfFolder_ = false;
+    mutable bool hasIconOfFile_ = false;
+    /// Shared, since thousands of entries have the same.
+    std::shared_ptr<const TrashIcons> trashIcons_;
 };
 
 } // namespace brimwick

@@ -3,13 +3,20 @@
 #include "model/AsciiCase.h"
 #include "model/PathText.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace brimwick {
 
 namespace {
 
-constexpr std::string_view unreserved = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+constexpr std::string_view kept = "/ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+constexpr auto isKept = [] {
+    std::array<bool, 256> table{};
+    for (const char character : kept) table[static_cast<unsigned char>(character)] = true;
+    return table;
+}();
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
 bool removePrefixIgnoringCase(std::string_view& text, std::string_view prefix) {
@@ -36,12 +43,12 @@ std::optional<std::string> percentDecoded(std::string_view text) {
     return bytes;
 }
 
-} // namespace
-
-std::string percentEncodedPath(std::string_view path) {
-    std::string encoded;
+void appendEncoded(std::string& encoded, std::string_view path) {
+    const auto isPlain = [](char character) { return isKept[static_cast<unsigned char>(character)]; };
+    const auto escapes = path.size() - static_cast<std::size_t>(std::ranges::count_if(path, isPlain));
+    encoded.reserve(encoded.size() + path.size() + 2 * escapes + 1);
     for (const char character : path) {
-        if (character == '/' || unreserved.find(character) != std::string_view::npos) {
+        if (isPlain(character)) {
             encoded += character;
             continue;
         }
@@ -50,11 +57,19 @@ std::string percentEncodedPath(std::string_view path) {
         encoded += hexDigits[byte >> 4];
         encoded += hexDigits[byte & 15];
     }
+}
+
+} // namespace
+
+std::string percentEncodedPath(std::string_view path) {
+    std::string encoded;
+    appendEncoded(encoded, path);
     return encoded;
 }
 
 std::string fileUrlWithPath(std::string_view path, bool isDirectory) {
-    std::string url = "file://" + percentEncodedPath(path);
+    std::string url = "file://";
+    appendEncoded(url, path);
     if (isDirectory && !url.ends_with('/')) url += '/';
     return url;
 }

@@ -106,6 +106,7 @@ bool fulfil(const Request& request) {
     BWAction action({preferences, sounds, {journal, workRunner}, home}, notifications);
     action.setActionType(request.type);
     BWAction::Files files;
+    files.reserve(request.sources.size());
     for (const std::string& path : request.sources)
         files.push_back(BWSelectedFileOrFolder::fileOrFolderWithPath(path));
     action.setSourceFiles(std::move(files));

@@ -113,6 +113,17 @@ TEST(SelectedFileOrFolder, LooksItsNameUpAgainWhenCloned) {
     EXPECT_EQ(entry.clone().name(), std::nullopt);
 }
 
+TEST(SelectedFileOrFolder, KeepsUrlAndIconWhenItGetsAnotherPath) {
+    const TemporaryFolder root;
+    Entry entry = Entry::fileOrFolderWithPath(root.makeFolder("folder"));
+    entry.setPath(root / "other");
+    EXPECT_EQ(entry.path(), root / "other");
+    EXPECT_EQ(entry.url(), "file://" + root.path() + "/folder/");
+    EXPECT_EQ(entry.icon(), fileIcon(root / "folder"));
+    entry.setUrl(std::nullopt);
+    EXPECT_EQ(entry.url(), std::nullopt);
+}
+
 TEST(SelectedFileOrFolder, LooksItsParentFolderUp) {
     const TemporaryFolder root;
     root.makeFolder("a/b/c");
