@@ -39,6 +39,8 @@ void acceptAsCopy(QDropEvent& event) {
 BWPreferencesTableView::BWPreferencesTableView(QWidget* parent) : QListWidget(parent), menu_(this) {
     setAccessibleName("Indexed folders");
     setTextElideMode(Qt::ElideMiddle);
+    // Otherwise each of thousands would be measured before the window is there.
+    setUniformItemSizes(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setAcceptDrops(true);
 }
@@ -51,6 +53,10 @@ int BWPreferencesTableView::selectedRow() const {
 void BWPreferencesTableView::selectRow(int row) {
     setCurrentRow(row, QItemSelectionModel::ClearAndSelect);
     scrollToItem(item(row));
+}
+
+void BWPreferencesTableView::describeRows() {
+    setAccessibleDescription(count() == 0 ? hint : QString());
 }
 
 void BWPreferencesTableView::focusInEvent(QFocusEvent* event) {

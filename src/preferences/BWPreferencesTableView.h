@@ -18,6 +18,8 @@ class BWPreferencesTableView : public QListWidget {
     int selectedRow() const;
     /// Selects a row and scrolls it into view.
     void selectRow(int row);
+    /// To be called when rows came or went: without any, a screen reader is told what to do, too.
+    void describeRows();
     QMenu& menu() { return menu_; }
     /// Called right before the menu opens for the selected row.
     void setMenuWillOpen(std::function<void()> handler) { menuWillOpen_ = std::move(handler); }

@@ -1,5 +1,7 @@
 #include "preferences/BWPreferencesWindow.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
@@ -9,10 +11,21 @@
 
 namespace brimwick {
 
+namespace {
+
+/// A screen reader is told that this is a window, not just anything with controls in it.
+QAccessibleInterface* makeAccessibleWindow(const QString& /*className*/, QObject* object) {
+    auto* const window = dynamic_cast<BWPreferencesWindow*>(object);
+    return window == nullptr ? nullptr : new QAccessibleWidget(window, QAccessible::Dialog);
+}
+
+} // namespace
+
 BWPreferencesWindow::BWPreferencesWindow(WindowSystem& windowSystem)
     : QWidget(nullptr,
               Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
       windowSystem_(windowSystem) {
+    QAccessible::installFactory(makeAccessibleWindow);
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle("Brimwick Preferences");
     winId();

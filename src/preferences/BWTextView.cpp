@@ -1,5 +1,7 @@
 #include "preferences/BWTextView.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QPainter>
 
 namespace brimwick {
@@ -9,9 +11,26 @@ namespace {
 constexpr int charactersWide = 16;
 constexpr int room = 7;
 
+/// What a screen reader is told of a field.
+class AccessibleField : public QAccessibleWidget {
+  public:
+    explicit AccessibleField(BWTextView* field) : QAccessibleWidget(field, QAccessible::HotkeyField) {}
+    QString text(QAccessible::Text kind) const override {
+        const auto* const field = static_cast<const BWTextView*>(widget());
+        return kind == QAccessible::Value ? field->text() : QAccessibleWidget::text(kind);
+    }
+};
+
+/// The toolkit takes over what is made.
+QAccessibleInterface* makeAccessibleField(const QString& /*className*/, QObject* object) {
+    auto* const field = dynamic_cast<BWTextView*>(object);
+    return field == nullptr ? nullptr : new AccessibleField(field);
+}
+
 } // namespace
 
 BWTextView::BWTextView(QWidget* parent) : FocusRing(parent) {
+    QAccessible::installFactory(makeAccessibleField);
     setFocusPolicy(Qt::StrongFocus);
     // What is pressed here is a hot key, and must not be taken for the start of an accented letter.
     setAttribute(Qt::WA_InputMethodEnabled, false);

@@ -1,5 +1,7 @@
 #include "preferences/ErrorLabel.h"
 
+#include <QAccessible>
+
 namespace brimwick {
 
 ErrorLabel::ErrorLabel(QWidget* parent) : QLabel(parent) {
@@ -14,6 +16,8 @@ void ErrorLabel::showMessage(const std::string& message) {
     showsMessage_ = true;
     setText(QString::fromStdString(message));
     setAlpha(alpha_);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 void ErrorLabel::setAlpha(double alpha) {

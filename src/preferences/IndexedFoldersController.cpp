@@ -319,6 +319,7 @@ void IndexedFoldersController::reload() {
             new QListWidgetItem(surroundings_.icons.image(icon), isTrash ? QString("Trash") : path, &table);
         row->setToolTip(path.toHtmlEscaped());
     }
+    table.describeRows();
     controls_.restartOffer->setVisible(
         std::ranges::any_of(folders(), [this](const BWSelectedFileOrFolder& folder) {
             return !isAmongOrBelow(watchedFolders_, folder.path());

@@ -46,7 +46,8 @@ PreferencesControls::PreferencesControls(BWPreferencesWindow& window)
     layout->addWidget(preferencesWindowTabView);
     layout->addWidget(preferencesWindowCloseButton, 0, Qt::AlignRight);
     preferencesWindowCloseButton->setAutoDefault(false);
-    window.setMinimumWidth(widthOfWindow);
+    // A minimum of the window itself would let it be narrower than its texts.
+    layout->addStrut(widthOfWindow - 2 * gap);
     window.adjustSize();
 }
 
@@ -123,7 +124,7 @@ void PreferencesControls::addField(QGridLayout& layout, Mode mode, const QString
     const int row = 2 + 2 * mode;
     auto* const label = new QLabel(caption, &window_);
     label->setBuddy(field(mode));
-    field(mode)->setAccessibleName(caption);
+    field(mode)->setAccessibleName("Hot key to " + caption.chopped(1).toLower());
     layout.addWidget(label, row, 0, Qt::AlignRight | Qt::AlignVCenter);
     layout.addWidget(field(mode), row, 1);
     layout.addWidget(&errorLabel(mode), row + 1, 1);

@@ -48,6 +48,7 @@ class Recording:
 
     def wait_until_stored(self, code, mode=MOVE):
         wait_until(lambda: self.stored(mode)[0] == code, lambda: f"{code} is stored; it is {self.stored(mode)}")
+        assert self.desktop.preferences.read_by_another_program() == self.desktop.preferences.read()
 
     def wait_until_works(self, mode):
         wait_until(lambda: not self.window.shows_note(mode), f"the hot key of {mode} is shown as active")

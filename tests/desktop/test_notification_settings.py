@@ -1,8 +1,5 @@
 """The notifications tab of the preferences window, with real keys and a real mouse."""
 
-import plistlib
-import subprocess
-
 import pytest
 
 from harness import wait_until
@@ -22,12 +19,6 @@ def stored(recording) -> dict:
     return recording.desktop.preferences.read()
 
 
-def read_by_another_program(recording) -> dict:
-    path = recording.desktop.preferences.path
-    answer = subprocess.run(["plistutil", "-i", path, "-f", "xml"], check=True, capture_output=True)
-    return plistlib.loads(answer.stdout)
-
-
 def open_tab_by_keys(recording):
     for _ in range(3):
         recording.press("Tab")
@@ -41,7 +32,7 @@ def change(recording, key, act):
     before = stored(recording)
     act()
     wait_until(lambda: stored(recording) == {**before, key: not before[key]}, lambda: f"{key} changes; {stored(recording)}")
-    assert read_by_another_program(recording) == stored(recording)
+    assert recording.desktop.preferences.read_by_another_program() == stored(recording)
 
 
 @pytest.mark.short

@@ -1,11 +1,14 @@
 """The preferences file in whatever state it is found."""
 
 import plistlib
+from datetime import datetime
 
 import pytest
 
 from filing import Filing
+from folder_panel import add_folder_in_panel
 from harness.picker import MOVE, OPEN
+from recording import Recording
 
 CORRUPT = {
     "empty": b"",
@@ -69,3 +72,35 @@ def test_indexed_folders_that_are_gone_or_are_files_are_passed_over(desktop):
     filing.choose("taxes")
     filing.confirm()
     filing.wait_for_action("Moved", ["a.txt"], filing.cabinet / "Taxes")
+
+
+UNKNOWN = {
+    "SomethingOfALaterVersion": {"text": "ÄÖ\u4e2d & <x>", "numbers": [1, -2, 0.5], "data": b"\0\xff", "date": datetime(2026, 1, 2)},
+    "Another": True,
+}
+
+
+def test_keys_that_are_not_known_outlast_every_change_and_a_restart(desktop):
+    filing = Filing(desktop)
+    (later,) = desktop.make_folder("Later")
+    desktop.preferences.write([filing.cabinet, filing.attic], **UNKNOWN)
+    desktop.brimwick.start()
+    recording = Recording(filing)
+    recording.press("ctrl+alt+h")
+    recording.wait_until_stored("4")
+    for _ in range(3):
+        recording.press("Tab")
+    recording.press("equal")
+    add_folder_in_panel(desktop, later)
+    recording.close()
+    assert desktop.brimwick.end() == 0
+    desktop.brimwick.start()
+    stored = desktop.preferences.read()
+    assert {key: stored[key] for key in UNKNOWN} == UNKNOWN
+    assert desktop.preferences.read_by_another_program() == stored
+    # What was changed is there again, too.
+    assert str(later) in stored["IndexedFolders"]
+    filing.invoke(OPEN)
+    desktop.keyboard.tap("Escape")
+    desktop.brimwick.wait_until_hidden()
+    recording.check_that_it_opens_the_picker("ctrl+alt+h")

@@ -1,6 +1,7 @@
 """Brimwick's preferences file."""
 
 import plistlib
+import subprocess
 
 from .account import Account
 
@@ -25,6 +26,11 @@ class Preferences:
     def read(self) -> dict:
         with open(self.path, "rb") as file:
             return plistlib.load(file)
+
+    def read_by_another_program(self) -> dict:
+        """The same, as a standard tool for property lists reads it."""
+        read = subprocess.run(["plistutil", "-i", self.path, "-f", "xml"], check=True, capture_output=True)
+        return plistlib.loads(read.stdout)
 
 
 USUAL = {
