@@ -8,13 +8,17 @@ from filing import Filing, contents
 from harness import wait_until
 from harness.brimwick import WINDOW_CLASS
 from harness.picker import COPY, MOVE
-from harness.tray import TrayMenu
+from harness.tray import TINT2, XFCE4_PANEL, TrayMenu
 
 # The items of the menu in their order, as far as they are enabled: Move Files, Copy Files and Open Folder come first.
 # Undo, Redo or, when there is nothing to undo or redo, Preferences follow.
 MOVE_FILES, COPY_FILES, OPEN_FOLDER, FIRST_AFTER, SECOND_AFTER = 1, 2, 3, 4, 5
 # Without anything to undo or redo.
 HELP, CHECK_FOR_UPDATE, ABOUT, QUIT = 5, 6, 7, 8
+
+in_every_tray = pytest.mark.parametrize(
+    "tray", [pytest.param(host, marks=pytest.mark.desktop(tray=host)) for host in (TINT2, XFCE4_PANEL)]
+)
 
 
 @pytest.fixture
@@ -32,7 +36,8 @@ def wait_for_contents(folder, expected):
     wait_until(lambda: contents(folder) == expected, lambda: f"{folder.name} holds {expected}: {contents(folder)}")
 
 
-def test_a_move_is_undone_and_redone(filing, menu):
+@in_every_tray
+def test_a_move_is_undone_and_redone(filing, menu, tray):
     files = {"a.txt": b"a", "b.txt": b"b"}
     filing.show_selected(files)
     file_away(filing, MOVE, "taxes")
@@ -82,12 +87,14 @@ def test_an_undone_copy_goes_to_the_trash_and_its_redo_copies_nothing(filing, me
     assert len(filing.action_texts()) == told
 
 
-def test_without_anything_to_undo_or_redo_the_preferences_follow(filing, menu):
+@in_every_tray
+def test_without_anything_to_undo_or_redo_the_preferences_follow(filing, menu, tray):
     menu.choose(FIRST_AFTER)
     filing.desktop.brimwick.wait_for_preferences_window()
 
 
-def test_the_items_open_the_picker(filing, menu):
+@in_every_tray
+def test_the_items_open_the_picker(filing, menu, tray):
     filing.show_selected({"a.txt": b"a"})
     menu.choose(OPEN_FOLDER)
     filing.desktop.brimwick.wait_for_picker()
@@ -129,7 +136,8 @@ def test_check_for_update_says_where_updates_come_from(filing, menu):
     filing.desktop.notifications.wait_for("Updates of Brimwick come with your system's packages.")
 
 
-def test_about_shows_the_version_and_goes_with_escape(filing, menu):
+@in_every_tray
+def test_about_shows_the_version_and_goes_with_escape(filing, menu, tray):
     menu.choose(ABOUT)
     windows = filing.desktop.windows
     windows.wait_until_active(windows.wait_for(WINDOW_CLASS, "About Brimwick"))
@@ -137,6 +145,7 @@ def test_about_shows_the_version_and_goes_with_escape(filing, menu):
     wait_until(lambda: not windows.matching(WINDOW_CLASS, "About Brimwick"), "the window about Brimwick is gone")
 
 
-def test_quit_ends_the_program(filing, menu):
+@in_every_tray
+def test_quit_ends_the_program(filing, menu, tray):
     menu.choose(QUIT)
     assert filing.desktop.brimwick.process.wait(10) == 0

@@ -16,7 +16,7 @@ from .preferences import Preferences
 from .processes import Children
 from .screenshot import take_screenshot
 from .terminal import Terminal
-from .tray import start_tray
+from .tray import TINT2, start_tray
 from .window_manager import OPENBOX, start_window_manager
 from .windows import Windows
 
@@ -34,10 +34,10 @@ class Desktop:
     """A display, a bus, a window manager, a panel and a notification service, for one user with an empty home.
 
     A context manager: leaving it ends every program that was started on it, and only those, and deletes the home.
-    Each of `bus`, `tray` and `notifications` can be left out, as on a desktop that lacks it.
+    Each of `bus`, `tray`, the name of a panel, and `notifications` can be left out, as on a desktop that lacks it.
     """
 
-    def __init__(self, size=(2560, 1600), bus=True, tray=True, notifications=True, window_manager=OPENBOX):
+    def __init__(self, size=(2560, 1600), bus=True, tray=TINT2, notifications=True, window_manager=OPENBOX):
         self._folder = tempfile.mkdtemp(prefix="brimwick-desktop-")
         self.account = Account(Path(self._folder))
         self.children = Children(self.account)
@@ -54,8 +54,9 @@ class Desktop:
         set_bus_address(self.children, self.account)
         self.bus = start_bus(self.children, self.account) if bus else None
         start_window_manager(window_manager, self.children, self.account, self.windows)
+        self.tray = tray
         if tray:
-            start_tray(self.children, self.account, self.windows)
+            start_tray(tray, self.children, self.account, self.windows)
         self.notifications = Notifications(self.children, self.account) if bus and notifications else None
         self.keyboard = Keyboard(self.children, self.display)
         self.mouse = Mouse(self.display)
