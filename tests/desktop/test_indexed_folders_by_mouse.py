@@ -38,12 +38,20 @@ class ByMouse:
     def control(self, name):
         return self._accessibility.wait_for(TITLE, str(name))
 
-    def click(self, name, *button):
-        self.desktop.mouse.click(*self.control(name).middle, *button)
+    def click(self, name):
+        self.desktop.mouse.click(*self.control(name).middle)
 
     def select(self, folder):
         self.click(folder)
         wait_until(lambda: ENABLED in self.control(REMOVE).states, "a folder is selected")
+
+    def remove_by_menu_at(self, x, y):
+        """Opens the menu there, and takes its second item."""
+        self.desktop.mouse.click(x, y, RIGHT)
+        wait_until(lambda: self.desktop.windows.popups(WINDOW_CLASS), "the menu is open")
+        self.desktop.keyboard.wait_until_taken()
+        for key in ("Down", "Down", "Return"):
+            self.desktop.keyboard.tap(key)
 
     def close(self):
         self.click("Close")
@@ -122,25 +130,15 @@ def test_the_selected_folder_is_shown_by_the_button_and_by_a_double_click(by_mou
 
 
 def test_the_context_menu_acts_on_the_row_below_the_pointer(by_mouse):
-    desktop = by_mouse.desktop
     by_mouse.select(by_mouse.filing.cabinet)
-    by_mouse.click(by_mouse.filing.attic, RIGHT)
-    wait_until(lambda: desktop.windows.popups(WINDOW_CLASS), "the menu is open")
-    desktop.keyboard.wait_until_taken()
-    for key in ("Down", "Down", "Return"):
-        desktop.keyboard.tap(key)
+    by_mouse.remove_by_menu_at(*by_mouse.control(by_mouse.filing.attic).middle)
     by_mouse.wait_until_listed([str(by_mouse.filing.cabinet)])
 
 
 def test_a_right_click_below_the_last_row_keeps_the_selection(by_mouse):
-    desktop = by_mouse.desktop
     by_mouse.select(by_mouse.filing.cabinet)
     place = by_mouse.control("Indexed folders").place
-    desktop.mouse.click(place.x + 20, place.y + place.height - 10, RIGHT)
-    wait_until(lambda: desktop.windows.popups(WINDOW_CLASS), "the menu is open")
-    desktop.keyboard.wait_until_taken()
-    for key in ("Down", "Down", "Return"):
-        desktop.keyboard.tap(key)
+    by_mouse.remove_by_menu_at(place.x + 20, place.y + place.height - 10)
     by_mouse.wait_until_listed([str(by_mouse.filing.attic)])
 
 
